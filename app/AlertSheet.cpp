@@ -1,0 +1,94 @@
+#include "app/AlertSheet.h"
+
+#include <QPushButton>
+
+namespace {
+QList<QPointer<AlertSheet>> &registry()
+{
+    static QList<QPointer<AlertSheet>> sheets;
+    return sheets;
+}
+} // namespace
+
+AlertSheet::AlertSheet(QWidget *parent) : QMessageBox(parent)
+{
+    setIcon(QMessageBox::Warning);
+    setWindowModality(Qt::WindowModal);
+    setAttribute(Qt::WA_DeleteOnClose, false);
+    connect(this, &QMessageBox::buttonClicked, this,
+            [this](QAbstractButton *button) { finish(returnCodeOf(button)); });
+    // Escape or the window manager's close button: the platform ends a sheet
+    // with the cancel answer of no particular button.
+    connect(this, &QDialog::rejected, this, [this] { finish(StopReturn); });
+}
+
+void AlertSheet::addButtonWithTitle(const QString &title)
+{
+    // ActionRole keeps Qt from reordering the buttons by role.
+    QPushButton *button = addButton(title, QMessageBox::ActionRole);
+    if (m_buttons.isEmpty())
+        setDefaultButton(button);
+    m_buttons.append(button);
+}
+
+void AlertSheet::beginSheet(QWidget *window, std::function<void(int)> didEnd)
+{
+    m_didEnd = std::move(didEnd);
+    m_ended = false;
+    if (window && window != parentWidget())
+        setParent(window, windowFlags());
+    setWindowModality(window ? Qt::WindowModal : Qt::ApplicationModal);
+    registry().append(this);
+    open();
+}
+
+void AlertSheet::endSheet(int returnCode)
+{
+    finish(returnCode);
+    hide();
+}
+
+int AlertSheet::returnCodeOf(QAbstractButton *button) const
+{
+    const int index = m_buttons.indexOf(button);
+    return index < 0 ? 0 : FirstButtonReturn + index;
+}
+
+QAbstractButton *AlertSheet::buttonFor(int returnCode) const
+{
+    const int index = returnCode - FirstButtonReturn;
+    return index >= 0 && index < m_buttons.size() ? m_buttons.at(index) : nullptr;
+}
+
+QStringList AlertSheet::buttonTitles() const
+{
+    QStringList titles;
+    for (auto *button : m_buttons)
+        titles.append(button->text());
+    return titles;
+}
+
+QList<AlertSheet *> AlertSheet::openSheets()
+{
+    QList<AlertSheet *> result;
+    auto &sheets = registry();
+    sheets.removeAll(nullptr);
+    for (const auto &sheet : sheets) {
+        if (!sheet->m_ended)
+            result.append(sheet.data());
+    }
+    return result;
+}
+
+void AlertSheet::finish(int returnCode)
+{
+    if (m_ended)
+        return;
+    m_ended = true;
+    registry().removeAll(this);
+    // The handler may free this sheet or open the next one.
+    auto handler = std::move(m_didEnd);
+    m_didEnd = nullptr;
+    if (handler)
+        handler(returnCode);
+}

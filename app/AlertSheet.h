@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QList>
+#include <QMessageBox>
+#include <QPointer>
+
+#include <functional>
+
+// A warning alert shown window-modally on a parent window (a sheet where the
+// platform has sheets). Buttons answer 1000, 1001, 1002... in the order they
+// were added; the did-end handler is called once, asynchronously, with the
+// answer. endSheet() ends it without a button, as the platform does when a
+// timer closes a sheet.
+class AlertSheet : public QMessageBox
+{
+    Q_OBJECT
+
+public:
+    static constexpr int FirstButtonReturn = 1000;
+    // What the handler receives when the sheet is ended in code.
+    static constexpr int StopReturn = -1000;
+
+    explicit AlertSheet(QWidget *parent = nullptr);
+
+    void addButtonWithTitle(const QString &title);
+    void setMessageText(const QString &text) { setText(text); }
+    void setInformativeText(const QString &text) { QMessageBox::setInformativeText(text); }
+
+    void beginSheet(QWidget *window, std::function<void(int)> didEnd);
+    void endSheet(int returnCode = StopReturn);
+    // Hides the sheet without answering (the platform's orderOut).
+    void orderOut() { hide(); }
+
+    // The answer code of a button, or 0; the button of an answer code.
+    int returnCodeOf(QAbstractButton *button) const;
+    QAbstractButton *buttonFor(int returnCode) const;
+    QStringList buttonTitles() const;
+
+    // Every sheet that is open, newest last; tests answer them through it.
+    static QList<AlertSheet *> openSheets();
+
+private:
+    void finish(int returnCode);
+
+    QList<QAbstractButton *> m_buttons;
+    std::function<void(int)> m_didEnd;
+    bool m_ended = false;
+};

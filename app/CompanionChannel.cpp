@@ -1,0 +1,132 @@
+#include "app/CompanionChannel.h"
+
+#include <QDir>
+
+#include <unistd.h>
+
+namespace CompanionChannel {
+
+QString serverName(const QString &identifier)
+{
+    // One channel per user: two users of one machine each have a companion.
+    return identifier + QLatin1Char('-') + QString::number(::getuid());
+}
+
+QByteArray quitMessage()
+{
+    return QByteArrayLiteral("quit\n");
+}
+
+QByteArray idleMessage()
+{
+    return QByteArrayLiteral("idle\n");
+}
+
+QByteArray statusMessage(const QString &operation, int value, int maximum, const QString &label)
+{
+    auto clean = [](QString s) {
+        s.replace(QLatin1Char('\t'), QLatin1Char(' '));
+        s.replace(QLatin1Char('\n'), QLatin1Char(' '));
+        return s.toUtf8();
+    };
+    return "status\t" + clean(operation) + '\t' + QByteArray::number(value) + '\t'
+           + QByteArray::number(maximum) + '\t' + clean(label) + '\n';
+}
+
+bool parseStatus(const QByteArray &line, Status *status)
+{
+    const QList<QByteArray> fields = line.split('\t');
+    if (fields.size() != 5 || fields.at(0) != "status")
+        return false;
+    bool okValue = false;
+    bool okMax = false;
+    status->operation = QString::fromUtf8(fields.at(1));
+    status->value = fields.at(2).toInt(&okValue);
+    status->maximum = fields.at(3).toInt(&okMax);
+    status->label = QString::fromUtf8(fields.at(4));
+    return okValue && okMax;
+}
+
+bool isRunning(const QString &identifier, int timeoutMs)
+{
+    QLocalSocket socket;
+    socket.connectToServer(serverName(identifier));
+    return socket.waitForConnected(timeoutMs);
+}
+
+bool requestQuit(const QString &identifier, int timeoutMs)
+{
+    QLocalSocket socket;
+    socket.connectToServer(serverName(identifier));
+    if (!socket.waitForConnected(timeoutMs))
+        return false;
+    socket.write(quitMessage());
+    const bool written = socket.waitForBytesWritten(timeoutMs);
+    socket.disconnectFromServer();
+    return written;
+}
+
+} // namespace CompanionChannel
+
+CompanionStatusPublisher::CompanionStatusPublisher(QString identifier, QObject *parent)
+    : QObject(parent), m_identifier(std::move(identifier))
+{
+}
+
+void CompanionStatusPublisher::publish(const QByteArray &line)
+{
+    if (m_socket && m_socket->state() == QLocalSocket::ConnectedState) {
+        m_socket->write(line);
+        return;
+    }
+    // Only the newest line matters to the companion; keep it for the moment
+    // the connection comes up.
+    m_pending = line;
+    if (m_socket)
+        return;
+    auto *socket = new QLocalSocket(this);
+    m_socket = socket;
+    connect(socket, &QLocalSocket::connected, this, [this, socket] {
+        socket->write(m_pending);
+        m_pending.clear();
+    });
+    connect(socket, &QLocalSocket::errorOccurred, socket, &QObject::deleteLater);
+    connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+    socket->connectToServer(CompanionChannel::serverName(m_identifier));
+}
+
+CompanionChannelServer::CompanionChannelServer(QString identifier, QObject *parent)
+    : QObject(parent), m_identifier(std::move(identifier))
+{
+    connect(&m_server, &QLocalServer::newConnection, this, [this] {
+        while (QLocalSocket *socket = m_server.nextPendingConnection()) {
+            connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+            connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
+                while (socket->canReadLine())
+                    handleLine(socket->readLine().chopped(1));
+            });
+        }
+    });
+}
+
+bool CompanionChannelServer::listen()
+{
+    const QString name = CompanionChannel::serverName(m_identifier);
+    if (CompanionChannel::isRunning(m_identifier))
+        return false;
+    // Nobody answers: a socket file left by a companion that crashed.
+    QLocalServer::removeServer(name);
+    m_server.setSocketOptions(QLocalServer::UserAccessOption);
+    return m_server.listen(name);
+}
+
+void CompanionChannelServer::handleLine(const QByteArray &line)
+{
+    CompanionChannel::Status status;
+    if (line == "quit")
+        emit quitRequested();
+    else if (line == "idle")
+        emit idleReceived();
+    else if (CompanionChannel::parseStatus(line, &status))
+        emit statusReceived(status);
+}

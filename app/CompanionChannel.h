@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QObject>
+#include <QPointer>
+
+// The channel between ZELMOR Helper and its status-bar companion: a local
+// socket per user, named after the companion's bundle identifier. It stands in
+// for the platform's list of running applications: a companion is "running"
+// when it listens there.
+//
+// Messages are lines of UTF-8 text:
+//   quit                                        the companion quits
+//   status<TAB>operation<TAB>value<TAB>maximum<TAB>label
+//                                               an operation runs; maximum 0
+//                                               means no figure is known
+//   idle                                        no operation runs
+namespace CompanionChannel {
+
+QString serverName(const QString &identifier);
+
+QByteArray quitMessage();
+QByteArray idleMessage();
+QByteArray statusMessage(const QString &operation, int value, int maximum, const QString &label);
+
+struct Status
+{
+    QString operation;
+    int value = 0;
+    int maximum = 0;
+    QString label;
+};
+// Parses a status line (without its line feed); false for any other line.
+bool parseStatus(const QByteArray &line, Status *status);
+
+// Whether a companion with this identifier listens. Connecting to a local
+// socket answers at once; the timeout only guards against a hung peer.
+bool isRunning(const QString &identifier, int timeoutMs = 300);
+// Asks a running companion to quit; false when none listens.
+bool requestQuit(const QString &identifier, int timeoutMs = 1000);
+
+} // namespace CompanionChannel
+
+// Main-application side: sends status lines without ever blocking. Lines sent
+// while no companion listens are dropped; the connection is retried with the
+// next line.
+class CompanionStatusPublisher : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit CompanionStatusPublisher(QString identifier, QObject *parent = nullptr);
+    void publish(const QByteArray &line);
+
+private:
+    QString m_identifier;
+    QPointer<QLocalSocket> m_socket;
+    QByteArray m_pending;
+};
+
+// Companion side: listens and turns lines into signals. listen() fails when
+// another instance of the companion already listens.
+class CompanionChannelServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit CompanionChannelServer(QString identifier, QObject *parent = nullptr);
+    bool listen();
+
+signals:
+    void quitRequested();
+    void statusReceived(const CompanionChannel::Status &status);
+    void idleReceived();
+
+private:
+    void handleLine(const QByteArray &line);
+
+    QString m_identifier;
+    QLocalServer m_server;
+};

@@ -1,0 +1,5 @@
+// Placeholder until the companion is built.
+int main()
+{
+    return 0;
+}

@@ -1,0 +1,127 @@
+#include "settings/SettingsStore.h"
+
+#include "BuildConfig.h"
+#include "settings/SettingsKeys.h"
+
+#include <algorithm>
+#include <climits>
+
+SettingsStore::SettingsStore(const QString &domain) : m_domain(domain) {}
+
+SettingsStore &SettingsStore::standard()
+{
+    static SettingsStore store(QStringLiteral(ZELMOR_BUNDLE_ID));
+    return store;
+}
+
+void SettingsStore::registerDefaults(const QString &key, const QVariant &value)
+{
+    for (auto &entry : m_registered) {
+        if (entry.first == key) {
+            entry.second = value;
+            return;
+        }
+    }
+    m_registered.append({key, value});
+}
+
+void SettingsStore::registerApplicationDefaults(const QString &appLocation)
+{
+    using namespace SettingsKeys;
+    registerDefaults(QuitStatusbarApp, QStringLiteral("0"));
+    registerDefaults(DefaultNameZELMOR, QStringLiteral("1"));
+    registerDefaults(Log, QStringLiteral("0"));
+    registerDefaults(Initialization, QStringLiteral("1"));
+    registerDefaults(FirstLaunch, QStringLiteral("1"));
+    registerDefaults(Workspace, DefaultWorkspace);
+    registerDefaults(Output, DefaultOutput);
+    registerDefaults(AppLocation, appLocation);
+}
+
+QStringList SettingsStore::registeredKeys() const
+{
+    QStringList keys;
+    for (const auto &entry : m_registered)
+        keys.append(entry.first);
+    return keys;
+}
+
+QVariant SettingsStore::registeredDefault(const QString &key) const
+{
+    for (const auto &entry : m_registered) {
+        if (entry.first == key)
+            return entry.second;
+    }
+    return {};
+}
+
+QVariant SettingsStore::objectForKey(const QString &key) const
+{
+    const QVariant stored = m_domain.value(key);
+    return stored.isValid() ? stored : registeredDefault(key);
+}
+
+void SettingsStore::setObject(const QString &key, const QVariant &value)
+{
+    m_domain.setValue(key, value);
+}
+
+void SettingsStore::removeObject(const QString &key)
+{
+    m_domain.removeValue(key);
+}
+
+int SettingsStore::intValue(const QString &key) const
+{
+    return intValueOf(objectForKey(key));
+}
+
+QString SettingsStore::stringValue(const QString &key) const
+{
+    const QVariant value = objectForKey(key);
+    return value.isValid() ? value.toString() : QString();
+}
+
+bool SettingsStore::isEqualToString(const QString &key, const QString &text) const
+{
+    const QVariant value = objectForKey(key);
+    return value.typeId() == QMetaType::QString && value.toString() == text;
+}
+
+int intValueOf(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::QString: {
+        const QString s = value.toString();
+        qsizetype i = 0;
+        while (i < s.size() && s.at(i).isSpace())
+            ++i;
+        bool negative = false;
+        if (i < s.size() && (s.at(i) == QLatin1Char('+') || s.at(i) == QLatin1Char('-'))) {
+            negative = s.at(i) == QLatin1Char('-');
+            ++i;
+        }
+        long long n = 0;
+        for (; i < s.size() && s.at(i) >= QLatin1Char('0') && s.at(i) <= QLatin1Char('9'); ++i) {
+            n = n * 10 + (s.at(i).unicode() - '0');
+            if (n > static_cast<long long>(INT_MAX) + 1)
+                n = static_cast<long long>(INT_MAX) + 1;
+        }
+        if (negative)
+            n = -n;
+        return static_cast<int>(std::clamp<long long>(n, INT_MIN, INT_MAX));
+    }
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return static_cast<int>(std::clamp<double>(value.toDouble(), INT_MIN, INT_MAX));
+    case QMetaType::Bool:
+        return value.toBool() ? 1 : 0;
+    case QMetaType::UnknownType:
+        return 0;
+    default: {
+        bool ok = false;
+        const long long n = value.toLongLong(&ok);
+        return ok ? static_cast<int>(std::clamp<long long>(n, INT_MIN, INT_MAX)) : 0;
+    }
+    }
+}

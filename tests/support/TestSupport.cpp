@@ -1,0 +1,107 @@
+#include "TestSupport.h"
+
+#include "BuildConfig.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+
+namespace {
+QTemporaryDir *userDir()
+{
+    static QTemporaryDir *dir = new QTemporaryDir(QDir::tempPath() + "/zelmor-test-XXXXXX");
+    return dir;
+}
+} // namespace
+
+namespace TestSupport {
+
+void isolateUser()
+{
+    const QString root = userDir()->path();
+    QDir().mkpath(root + "/home/.config");
+    qputenv("HOME", QFile::encodeName(root + "/home"));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(root + "/home/.config"));
+    qputenv("GIT_CONFIG_NOSYSTEM", "1");
+    qputenv("GIT_AUTHOR_NAME", "ZELMOR Test");
+    qputenv("GIT_AUTHOR_EMAIL", "test@zelmor.invalid");
+    qputenv("GIT_COMMITTER_NAME", "ZELMOR Test");
+    qputenv("GIT_COMMITTER_EMAIL", "test@zelmor.invalid");
+    qputenv("GIT_TERMINAL_PROMPT", "0");
+    // Local fixtures are cloned with file:// URLs, which newer git refuses for
+    // submodules unless allowed.
+    qputenv("GIT_ALLOW_PROTOCOL", "file:https:http:ssh:git");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+QString homeDir()
+{
+    return QString::fromLocal8Bit(qgetenv("HOME"));
+}
+
+QByteArray run(const QString &program, const QStringList &arguments, const QString &folder,
+               int *exitCode)
+{
+    QProcess process;
+    if (!folder.isEmpty())
+        process.setWorkingDirectory(folder);
+    process.start(program, arguments);
+    process.closeWriteChannel();
+    if (!process.waitForFinished(120000)) {
+        qWarning("%s did not finish", qPrintable(program));
+        return {};
+    }
+    const QByteArray err = process.readAllStandardError();
+    if (exitCode) {
+        *exitCode = process.exitCode();
+    } else if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+        qWarning("%s %s failed: %s", qPrintable(program), qPrintable(arguments.join(' ')),
+                 err.constData());
+    }
+    return process.readAllStandardOutput();
+}
+
+QByteArray git(const QString &folder, const QStringList &arguments, int *exitCode)
+{
+    return run(QStringLiteral("git"), arguments, folder, exitCode);
+}
+
+void writeFile(const QString &path, const QByteArray &content)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        qWarning("cannot write %s", qPrintable(path));
+    file.write(content);
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return file.readAll();
+}
+
+QString makeBareRepository(const QString &parentFolder, const QString &name,
+                           const QMap<QString, QByteArray> &files)
+{
+    const QString work = parentFolder + "/" + name + ".work";
+    const QString bare = parentFolder + "/" + name + ".git";
+    QDir().mkpath(work);
+    git(work, {"init", "-q", "-b", "master"});
+    for (auto it = files.begin(); it != files.end(); ++it)
+        writeFile(work + "/" + it.key(), it.value());
+    git(work, {"add", "-A"});
+    git(work, {"commit", "-q", "-m", "initial"});
+    git(parentFolder, {"clone", "-q", "--bare", work, bare});
+    return bare;
+}
+
+QString buildBundleDir()
+{
+    return QStringLiteral(ZELMOR_BUILD_BUNDLE_DIR);
+}
+
+} // namespace TestSupport

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+
+// Shared by the test programs: an isolated user, fixture repositories, and
+// the paths of what the build produced.
+namespace TestSupport {
+
+// Every test program runs as a fresh user: HOME and XDG_CONFIG_HOME point into
+// a temporary folder, git reads no global or system configuration and has an
+// identity for commits. Called by ZELMOR_TEST_MAIN before the application
+// object exists.
+void isolateUser();
+QString homeDir();
+
+// Runs a program to its end (tests may block; the application never does).
+// Returns standard output; fails the current test on a non-zero exit.
+QByteArray run(const QString &program, const QStringList &arguments,
+               const QString &folder = QString(), int *exitCode = nullptr);
+QByteArray git(const QString &folder, const QStringList &arguments, int *exitCode = nullptr);
+
+void writeFile(const QString &path, const QByteArray &content);
+QByteArray readFile(const QString &path);
+
+// A repository with one commit holding the given files (relative path ->
+// content), cloned bare into "<bare>" so it can be cloned and pushed to.
+// Returns the bare repository's path.
+QString makeBareRepository(const QString &parentFolder, const QString &name,
+                           const QMap<QString, QByteArray> &files);
+
+// The bundle the build produced, and its programs.
+QString buildBundleDir();
+
+} // namespace TestSupport
+
+#define ZELMOR_TEST_MAIN(TestClass)                                                                \
+    int main(int argc, char *argv[])                                                               \
+    {                                                                                              \
+        TestSupport::isolateUser();                                                                \
+        QApplication app(argc, argv);                                                              \
+        app.setAttribute(Qt::AA_Use96Dpi, true);                                                   \
+        TestClass tc;                                                                              \
+        QTEST_SET_MAIN_SOURCE_PATH                                                                 \
+        return QTest::qExec(&tc, argc, argv);                                                      \
+    }

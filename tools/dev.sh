@@ -1,0 +1,67 @@
+#!/usr/bin/env bash
+# Installs what is missing on Debian 12, builds, then runs the application
+# ("run") or every test ("test"). Safe to run again: apt and cmake only do
+# what is left to do.
+set -euo pipefail
+
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+cd "$here"
+jobs="$(nproc 2>/dev/null || echo 2)"
+
+packages=(qt6-base-dev qt6-tools-dev qt6-l10n-tools qt6-tools-dev-tools libgl-dev
+          cmake g++ git make xvfb xauth desktop-file-utils libsdl2-dev)
+
+install_missing() {
+    local missing=()
+    for p in "${packages[@]}"; do
+        dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+    done
+    if ((${#missing[@]})); then
+        local sudo=""
+        [ "$(id -u)" -eq 0 ] || sudo="sudo"
+        $sudo apt-get update
+        DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y --no-install-recommends "${missing[@]}"
+    fi
+}
+
+# Debian's cmake is /usr/bin/cmake; the application starts the cmake program
+# fixed at build time (see README, "Where cmake lives").
+cmake_program="$(command -v cmake)"
+
+build() { # build <dir> [cmake options...]
+    local dir="$1"; shift
+    cmake -S . -B "$dir" -DZELMOR_CMAKE_PROGRAM="$cmake_program" "$@" >/dev/null
+    cmake --build "$dir" -j"$jobs"
+}
+
+run_tests() { # run_tests <dir> [extra environment...]
+    local dir="$1"; shift
+    (cd "$dir" && env QT_QPA_PLATFORM=offscreen "$@" ctest --output-on-failure -j"$jobs")
+}
+
+case "${1:-}" in
+run)
+    install_missing
+    build build
+    app="build/ZELMOR Helper.app/Contents/MacOS/ZELMORHelper"
+    if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+        echo "No display found: starting ZELMOR Helper on a virtual X server (xvfb-run)." >&2
+        exec xvfb-run -a "$app"
+    fi
+    exec "$app"
+    ;;
+test)
+    install_missing
+    build build
+    run_tests build
+    # The same suite again with AddressSanitizer and UndefinedBehaviorSanitizer.
+    # Leak checking is off: Qt's platform plugins keep caches until exit.
+    build build-asan -DZELMOR_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug
+    run_tests build-asan ASAN_OPTIONS=detect_leaks=0:abort_on_error=1 \
+        UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+    ;;
+*)
+    echo "usage: tools/dev.sh run|test" >&2
+    exit 2
+    ;;
+esac

@@ -1,0 +1,136 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class AboutController;
+class AlertSheet;
+class ConsoleView;
+class MainWindow;
+class PrefsController;
+class ProgressBar;
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QTimer;
+class Spinner;
+
+// Controller of the main window and the workflow engine: the four operations
+// as a chain of child processes, one at a time, all on the main thread.
+//
+// Member names follow the names the rest of the application (and its users'
+// bug reports) know them by; outlets and state are public so the shell and the
+// tests can reach them without accessor boilerplate.
+class AppController : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Operation tags of the pop-up items.
+    enum Tag { TagClone = 1, TagUpdate = 2, TagCompile = 3, TagModules = 4 };
+
+    explicit AppController(MainWindow *window, QObject *parent = nullptr);
+    ~AppController() override;
+
+    // Fills the pop-up, titles, reads the settings, starts the companion.
+    void awakeFromNib();
+
+    // --- Outlets -----------------------------------------------------------
+    MainWindow *window = nullptr;          // parent of every sheet
+    QComboBox *popupSelection = nullptr;   // the operation pop-up...
+    QComboBox *getSelection = nullptr;     // ...the same one, as the handlers read it
+    QPushButton *buttonPerform = nullptr;  // "Perform" / "Stop"
+    ConsoleView *outputField = nullptr;
+    QLabel *showSpeed = nullptr;
+    Spinner *spinner = nullptr;
+    ProgressBar *progressbar = nullptr;
+
+    // --- State ---------------------------------------------------------------
+    QTimer *timer = nullptr;           // ready-to-install-modules countdown
+    int countdown = 10;
+    QPointer<AlertSheet> iAlert;
+    QString rootDirectory;
+    QString outputDirectory;
+    QString buildFolder;
+    QString moduleName;
+    QStringList moduleURL;
+    PrefsController *prefsController = nullptr;
+    AboutController *aboutController = nullptr;
+    QPointer<QProcess> unixTask;       // the current child
+    qint32 now = 0;                    // stage counter
+
+    // Values the original kept at file scope; one controller exists per
+    // process, so members behave the same.
+    int stopRequest = 0;        // the next stopTask is the user's Stop
+    int terminatedByUser = 0;   // the child was killed by Stop
+    int logSwitch = 0;          // "log" as read at the start of the operation
+    qint32 lastPercentage = 0;
+    qint64 moduleCount = 0;
+
+    // The cmake program the compile operation starts; the build-time default.
+    QString cmakeProgram;
+
+    // --- Actions ---------------------------------------------------------------
+    void perform();
+    void showPrefs();
+    void restartAPP();
+    void startStatusApp();
+    void aboutApp();
+    void showInstallComponents();
+
+    // --- Runner --------------------------------------------------------------
+    void runUnixTask(const QString &command, const QString &path);
+    void stopTask();
+
+    // --- Output handlers and completion ------------------------------------------
+    void notifiedForStdOutput(const QByteArray &chunk);
+    void notifiedForStdError(const QByteArray &chunk);
+    void notifiedForComplete();
+    AlertSheet *showAlertAtWindow(QWidget *window, const QString &title, const QString &message,
+                                  const QString &first, const QString &second,
+                                  const QString &third, std::function<void(int)> didEnd);
+
+    // --- Operation 1: source download ----------------------------------------
+    void InstallCheck();
+    void alertDidEndforInstall(int returnCode);
+    void startInstall();
+
+    // --- Submodule registry and operation 4 ----------------------------------------
+    void regModule();
+    void initializeURL();
+    void InstallModuleCheck();
+    void startInstallModule();
+    void moduleAlertDidEnd(int returnCode);
+    void timeCountdownOfReadytoInstallModule();
+    void alertDidEndForReadytoInstallModule(int returnCode);
+
+    // --- Operation 2: update ----------------------------------------------------
+    void UpdateCheck();
+    void startUpdate();
+    void startUpdateModule();
+    void alertDidEndForRestart(int returnCode);
+
+    // --- Operation 3: compile and package ------------------------------------------
+    void CompileCheck();
+    void startCompileOne();
+    void startCompileTwo();
+    void copyFinishedFiles();
+
+    int selectedTag() const;
+    void selectItemWithTag(int tag);
+
+signals:
+    // The operation's progress changed (the companion shows it).
+    void progressChanged();
+
+private:
+    // Starts program with arguments in folder, wired to the output handlers
+    // and the completion; shared by the runner and the compile stages.
+    void launchChild(const QString &program, const QStringList &arguments,
+                     const QString &folder);
+};

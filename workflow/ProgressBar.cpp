@@ -1,0 +1,59 @@
+#include "workflow/ProgressBar.h"
+
+ProgressBar::ProgressBar(QWidget *parent) : QProgressBar(parent)
+{
+    apply();
+}
+
+void ProgressBar::setIndeterminate(bool indeterminate)
+{
+    m_indeterminate = indeterminate;
+    apply();
+}
+
+void ProgressBar::startAnimation()
+{
+    m_animating = true;
+    apply();
+}
+
+void ProgressBar::stopAnimation()
+{
+    m_animating = false;
+    apply();
+}
+
+void ProgressBar::setMinValue(double value)
+{
+    m_min = value;
+    apply();
+}
+
+void ProgressBar::setMaxValue(double value)
+{
+    m_max = value;
+    apply();
+}
+
+void ProgressBar::setDoubleValue(double value)
+{
+    m_value = value;
+    apply();
+}
+
+void ProgressBar::apply()
+{
+    if (m_indeterminate) {
+        // QProgressBar animates a zero range by itself; a stopped
+        // indeterminate bar shows as empty.
+        if (m_animating) {
+            setRange(0, 0);
+        } else {
+            setRange(0, 1);
+            setValue(0);
+        }
+        return;
+    }
+    setRange(static_cast<int>(m_min), static_cast<int>(qMax(m_min, m_max)));
+    setValue(static_cast<int>(qBound(m_min, m_value, qMax(m_min, m_max))));
+}
