@@ -11,7 +11,6 @@
 #include <QSet>
 
 #include <cmath>
-#include <cstdio>
 
 // Linux and other systems without a native defaults database: one JSON file
 // per domain under $XDG_CONFIG_HOME. JSON keeps numbers and strings apart,
@@ -57,10 +56,9 @@ void warnUnreadable(const QString &path)
     if (warned.contains(path))
         return;
     warned.insert(path);
-    std::fprintf(stderr,
-                 "ZELMOR Helper: settings file %s cannot be read; using the defaults until the "
-                 "next change, which keeps the old file aside\n",
-                 qPrintable(QDir::toNativeSeparators(path)));
+    qWarning("ZELMOR Helper: settings file %s cannot be read; using the defaults until the next "
+             "change, which keeps the old file aside",
+             qPrintable(QDir::toNativeSeparators(path)));
 }
 
 DefaultsDomain::State load(const QString &path, QJsonObject *out)
@@ -87,8 +85,8 @@ void keepAside(const QString &path)
     for (int n = 2; QFileInfo::exists(target); ++n)
         target = path + QStringLiteral(".unreadable-") + stamp + QLatin1Char('-') + QString::number(n);
     if (QFile::rename(path, target))
-        std::fprintf(stderr, "ZELMOR Helper: kept the unreadable settings file as %s\n",
-                     qPrintable(QDir::toNativeSeparators(target)));
+        qWarning("ZELMOR Helper: kept the unreadable settings file as %s",
+                 qPrintable(QDir::toNativeSeparators(target)));
 }
 
 bool save(const QString &path, const QJsonObject &object)

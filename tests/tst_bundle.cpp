@@ -1,0 +1,90 @@
+#include "TestSupport.h"
+
+#include "BuildConfig.h"
+#include "app/Bundle.h"
+
+#include <QFileInfo>
+
+using namespace TestSupport;
+
+// The bundle the build produces, and reading bundles by path.
+class TestBundle : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void builtBundlesHaveTheirShape_data()
+    {
+        QTest::addColumn<QString>("relative");
+        QTest::addColumn<QString>("identifier");
+        QTest::newRow("main") << "" << ZELMOR_BUNDLE_ID;
+        QTest::newRow("status bar") << "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app"
+                                    << QString(ZELMOR_BUNDLE_ID) + "StatusbarApp";
+        QTest::newRow("installer") << "/Contents/Library/ZELMORInstallComponets.app"
+                                   << ZELMOR_INSTALLER_BUNDLE_ID;
+    }
+    void builtBundlesHaveTheirShape()
+    {
+        QFETCH(QString, relative);
+        QFETCH(QString, identifier);
+        const QString bundle = buildBundleDir() + relative;
+        const auto info = Bundle::readInfo(bundle);
+        QVERIFY(info);
+        QCOMPARE(info->identifier, identifier);
+        QVERIFY(!info->name.isEmpty());
+        QVERIFY(!info->version.isEmpty());
+        const QString exe = Bundle::executablePath(bundle);
+        QCOMPARE(exe, bundle + "/Contents/MacOS/" + info->executable);
+        QVERIFY(QFileInfo(exe).isExecutable());
+        QVERIFY(QFileInfo(bundle + "/Contents/Resources").isDir());
+    }
+
+    void mainBundleFoundFromItsProgram()
+    {
+        QVERIFY(buildBundleDir().endsWith("/ZELMOR Helper.app"));
+        QVERIFY(QFileInfo(buildBundleDir() + "/Contents/Helpers/defaults").isExecutable());
+        // A test program does not run from a bundle: its folder stands in.
+        QCOMPARE(Bundle::mainBundlePath(), QCoreApplication::applicationDirPath());
+        Bundle::setMainBundlePath(buildBundleDir());
+        QCOMPARE(Bundle::mainBundleIdentifier(), QString(ZELMOR_BUNDLE_ID));
+        QCOMPARE(Bundle::statusbarAppPath(),
+                 buildBundleDir() + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app");
+        QCOMPARE(Bundle::installerAppPath(),
+                 buildBundleDir() + "/Contents/Library/ZELMORInstallComponets.app");
+        Bundle::setMainBundlePath({});
+    }
+
+    void brokenBundles()
+    {
+        QTemporaryDir dir;
+        QVERIFY(!Bundle::readInfo(dir.path() + "/Missing.app"));
+        writeFile(dir.path() + "/NoExe.app/Contents/Info.plist",
+                  "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict>"
+                  "<key>CFBundleIdentifier</key><string>x.y</string></dict></plist>");
+        QVERIFY(!Bundle::readInfo(dir.path() + "/NoExe.app"));
+        writeFile(dir.path() + "/Garbage.app/Contents/Info.plist", "<plist><dict><key>");
+        QVERIFY(!Bundle::readInfo(dir.path() + "/Garbage.app"));
+        // Launching what is not there fails quietly.
+        QVERIFY(!Bundle::launchApplication(dir.path() + "/Missing.app"));
+    }
+
+    void launchStartsTheBundleProgramDetached()
+    {
+        QTemporaryDir dir;
+        const QString bundle = dir.path() + "/With Blank.app";
+        writeFile(bundle + "/Contents/Info.plist",
+                  "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict>"
+                  "<key>CFBundleIdentifier</key><string>x.y</string>"
+                  "<key>CFBundleExecutable</key><string>prog</string></dict></plist>");
+        const QString marker = dir.path() + "/ran";
+        writeFile(bundle + "/Contents/MacOS/prog",
+                  QString("#!/bin/sh\necho \"$@\" > \"%1\"\n").arg(marker).toUtf8());
+        QFile::setPermissions(bundle + "/Contents/MacOS/prog",
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QVERIFY(Bundle::launchApplication(bundle, {"-runMode", "autoLaunched"}));
+        QTRY_COMPARE_WITH_TIMEOUT(readFile(marker), QByteArray("-runMode autoLaunched\n"), 10000);
+    }
+};
+
+ZELMOR_TEST_MAIN(TestBundle)
+#include "tst_bundle.moc"
