@@ -100,10 +100,18 @@ CompanionChannelServer::CompanionChannelServer(QString identifier, QObject *pare
 {
     connect(&m_server, &QLocalServer::newConnection, this, [this] {
         while (QLocalSocket *socket = m_server.nextPendingConnection()) {
+            connect(socket, &QLocalSocket::disconnected, this, [this, socket] {
+                if (socket->property("zelmorSentStatus").toBool())
+                    emit publisherGone();
+            });
             connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
             connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
-                while (socket->canReadLine())
-                    handleLine(socket->readLine().chopped(1));
+                while (socket->canReadLine()) {
+                    const QByteArray line = socket->readLine().chopped(1);
+                    if (line.startsWith("status\t"))
+                        socket->setProperty("zelmorSentStatus", true);
+                    handleLine(line);
+                }
             });
         }
     });

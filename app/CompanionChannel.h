@@ -73,6 +73,9 @@ signals:
     void quitRequested();
     void statusReceived(const CompanionChannel::Status &status);
     void idleReceived();
+    // A connection that had sent status lines closed: its sender quit or
+    // crashed, so whatever it reported no longer runs.
+    void publisherGone();
 
 private:
     void handleLine(const QByteArray &line);

@@ -1,8 +1,15 @@
-# zelmor_bundle_executable(<target> <bundle dir> <identifier> <name>)
+# zelmor_bundle_executable(<target> <bundle dir> <identifier> <name> [BACKGROUND])
 # Places <target>'s program in <bundle dir>/Contents/MacOS and writes the
 # bundle's Info.plist beside it, so every program of the project lives in a
 # bundle of the same shape and is found through its Info.plist.
+# BACKGROUND marks a program without a Dock icon or menu bar of its own (the
+# status-bar companion).
 function(zelmor_bundle_executable target bundle_dir identifier name)
+    cmake_parse_arguments(PARSE_ARGV 4 arg "BACKGROUND" "" "")
+    set(PLIST_EXTRA "")
+    if(arg_BACKGROUND)
+        set(PLIST_EXTRA "\t<key>LSUIElement</key>\n\t<true/>\n")
+    endif()
     set(PLIST_IDENTIFIER "${identifier}")
     set(PLIST_NAME "${name}")
     get_target_property(output_name ${target} OUTPUT_NAME)

@@ -1,5 +1,17 @@
-// Placeholder until the companion is built.
-int main()
+#include "BuildConfig.h"
+#include "companions/installer/ComponentChecks.h"
+#include "companions/installer/InstallerWindow.h"
+
+#include <QApplication>
+
+int main(int argc, char *argv[])
 {
-    return 0;
+    QApplication app(argc, argv);
+    const auto platform = ComponentChecks::currentPlatform();
+    // cmake is checked where ZELMOR Helper will start it.
+    InstallerWindow window(platform,
+                           ComponentChecks::searchPathFor(platform, qEnvironmentVariable("PATH")),
+                           QStringLiteral(ZELMOR_CMAKE_PROGRAM));
+    window.show();
+    return app.exec();
 }

@@ -1,5 +1,53 @@
-// Placeholder until the companion is built.
-int main()
+#include "BuildConfig.h"
+#include "app/Bundle.h"
+#include "companions/statusbar/StatusbarCompanion.h"
+#include "companions/statusbar/StatusbarOptions.h"
+
+#include <QApplication>
+#include <QSystemTrayIcon>
+
+#include <cstdio>
+
+namespace {
+
+void say(const QString &text)
 {
-    return 0;
+    std::fprintf(stderr, "ZELMORHelperStatusbarApp: %s\n", qPrintable(text));
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    // Only the tray menu ever opens; closing it must not end the program.
+    app.setQuitOnLastWindowClosed(false);
+
+    const StatusbarOptions options = parseStatusbarArguments(app.arguments());
+    if (!options.headless && !QSystemTrayIcon::isSystemTrayAvailable()) {
+        // Not a failure: the user's desktop simply has nowhere to put the icon,
+        // and a login agent should not report an error every session.
+        say(QCoreApplication::translate("StatusbarCompanion",
+                                        "No system tray is available on this desktop; exiting."));
+        return 0;
+    }
+
+    // The channel is named after the identifier in this bundle's Info.plist,
+    // the same one ZELMOR Helper reads when it asks the companion to quit.
+    const QString ownBundle = Bundle::mainBundlePath();
+    const auto info = Bundle::readInfo(ownBundle);
+    const QString identifier = info ? info->identifier : QStringLiteral(ZELMOR_STATUSBAR_BUNDLE_ID);
+
+    StatusbarCompanion companion(identifier, mainBundleForCompanion(ownBundle), options);
+    QObject::connect(&companion, &StatusbarCompanion::quitRequested, &app, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+    if (!companion.start()) {
+        // ZELMOR Helper starts the companion every time it starts, and the
+        // login agent may have done so already: a second start is normal, so
+        // it ends successfully and leaves the first instance alone.
+        say(QCoreApplication::translate("StatusbarCompanion",
+                                        "Another instance is already running; exiting."));
+        return 0;
+    }
+    return app.exec();
 }

@@ -20,6 +20,10 @@ void isolateUser()
 {
     const QString root = userDir()->path();
     QDir().mkpath(root + "/home/.config");
+    // Local sockets (the companion channel) and temporary files live here too,
+    // so tests never meet a real companion or each other.
+    QDir().mkpath(root + "/tmp");
+    qputenv("TMPDIR", QFile::encodeName(root + "/tmp"));
     qputenv("HOME", QFile::encodeName(root + "/home"));
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(root + "/home/.config"));
     qputenv("GIT_CONFIG_NOSYSTEM", "1");

@@ -1,0 +1,142 @@
+#include "companions/statusbar/StatusbarCompanion.h"
+
+#include "app/Bundle.h"
+
+#include <QAction>
+#include <QCursor>
+#include <QFont>
+#include <QMenu>
+#include <QPainter>
+#include <QPixmap>
+#include <QSystemTrayIcon>
+
+namespace {
+
+// The bundle ships no artwork for the tray, so the icon is drawn: a dark
+// rounded square with a "Z", legible at the sizes trays use.
+QIcon trayIcon()
+{
+    QIcon icon;
+    for (const int size : {16, 22, 32, 64}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(0x2b, 0x4d, 0x8c));
+        const qreal radius = size / 5.0;
+        painter.drawRoundedRect(QRectF(0, 0, size, size), radius, radius);
+        QFont font = painter.font();
+        font.setBold(true);
+        font.setPixelSize(size * 3 / 4);
+        painter.setFont(font);
+        painter.setPen(Qt::white);
+        painter.drawText(QRect(0, 0, size, size), Qt::AlignCenter, QStringLiteral("Z"));
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
+} // namespace
+
+StatusbarCompanion::StatusbarCompanion(QString identifier, QString mainBundle,
+                                       StatusbarOptions options, QObject *parent)
+    : QObject(parent),
+      m_mainBundle(std::move(mainBundle)),
+      m_options(options),
+      m_channel(std::move(identifier)),
+      m_menu(std::make_unique<QMenu>())
+{
+    m_statusAction = m_menu->addAction(QString());
+    m_statusAction->setEnabled(false);
+    m_statusSeparator = m_menu->addSeparator();
+    m_menu->addAction(tr("Open ZELMOR Helper"), this, &StatusbarCompanion::openMainApplication);
+    m_menu->addSeparator();
+    m_menu->addAction(tr("Quit"), this, &StatusbarCompanion::quitRequested);
+    clearStatus();
+
+    connect(&m_channel, &CompanionChannelServer::quitRequested, this,
+            &StatusbarCompanion::quitRequested);
+    connect(&m_channel, &CompanionChannelServer::statusReceived, this,
+            &StatusbarCompanion::showStatus);
+    connect(&m_channel, &CompanionChannelServer::idleReceived, this,
+            &StatusbarCompanion::clearStatus);
+    // ZELMOR Helper went away without saying "idle" (it quit or crashed in
+    // the middle of an operation): nothing runs any more.
+    connect(&m_channel, &CompanionChannelServer::publisherGone, this,
+            &StatusbarCompanion::clearStatus);
+}
+
+StatusbarCompanion::~StatusbarCompanion()
+{
+    // The icon refers to the menu; it goes first.
+    delete m_tray;
+}
+
+bool StatusbarCompanion::start()
+{
+    if (!m_channel.listen())
+        return false;
+    if (m_options.headless)
+        return true;
+
+    m_tray = new QSystemTrayIcon(trayIcon(), this);
+    m_tray->setContextMenu(m_menu.get());
+    m_tray->setToolTip(m_toolTip);
+#ifndef Q_OS_MACOS
+    // Most Linux trays only open the menu on a right click; a left click is
+    // what users try first.
+    connect(m_tray, &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger)
+                    m_menu->popup(QCursor::pos());
+            });
+#endif
+    m_tray->show();
+    if (!m_options.autoLaunched && QSystemTrayIcon::supportsMessages()) {
+        m_tray->showMessage(tr("ZELMOR Helper"), tr("ZELMOR Helper Statusbar App is running."),
+                            QSystemTrayIcon::Information, 4000);
+    }
+    return true;
+}
+
+QMenu *StatusbarCompanion::menu() const
+{
+    return m_menu.get();
+}
+
+QString StatusbarCompanion::toolTip() const
+{
+    return m_toolTip;
+}
+
+void StatusbarCompanion::showStatus(const CompanionChannel::Status &status)
+{
+    m_statusAction->setText(statusSummary(status));
+    m_statusAction->setVisible(true);
+    m_statusSeparator->setVisible(true);
+    applyToolTip(statusToolTip(&status));
+}
+
+void StatusbarCompanion::clearStatus()
+{
+    m_statusAction->setText(QString());
+    m_statusAction->setVisible(false);
+    m_statusSeparator->setVisible(false);
+    applyToolTip(statusToolTip(nullptr));
+}
+
+void StatusbarCompanion::applyToolTip(const QString &tip)
+{
+    m_toolTip = tip;
+    if (m_tray)
+        m_tray->setToolTip(tip);
+}
+
+void StatusbarCompanion::openMainApplication()
+{
+    // A running ZELMOR Helper handles being started again itself (on macOS
+    // the launcher brings it forward).
+    Bundle::launchApplication(m_mainBundle);
+}

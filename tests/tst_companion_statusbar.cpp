@@ -1,0 +1,222 @@
+#include "TestSupport.h"
+
+#include "BuildConfig.h"
+#include "app/CompanionChannel.h"
+#include "companions/statusbar/StatusbarCompanion.h"
+#include "companions/statusbar/StatusbarOptions.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QProcess>
+
+using namespace TestSupport;
+
+// The status-bar companion: its channel (quit, status, one instance per user)
+// both in this process and as the real program from the built bundle.
+class TestCompanionStatusbar : public QObject
+{
+    Q_OBJECT
+
+    // Local sockets are made in the temporary folder. A private one keeps
+    // these tests apart from a companion the user really runs and from other
+    // tests that start one at the same time; started programs inherit it.
+    QTemporaryDir m_sockets;
+
+    static QString companionProgram()
+    {
+        return buildBundleDir()
+               + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app/Contents/MacOS/"
+                 "ZELMORHelperStatusbarApp";
+    }
+
+    static QAction *statusAction(StatusbarCompanion &companion)
+    {
+        return companion.menu()->actions().constFirst();
+    }
+
+    static QStringList visibleMenuTexts(StatusbarCompanion &companion)
+    {
+        QStringList texts;
+        for (QAction *action : companion.menu()->actions()) {
+            if (action->isVisible() && !action->isSeparator())
+                texts << action->text();
+        }
+        return texts;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_sockets.isValid());
+        qputenv("TMPDIR", QFile::encodeName(m_sockets.path()));
+        QVERIFY(!CompanionChannel::isRunning(ZELMOR_STATUSBAR_BUNDLE_ID));
+    }
+
+    void arguments_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<bool>("autoLaunched");
+        QTest::addColumn<bool>("headless");
+        QTest::newRow("by hand") << QStringList{"prog"} << false << false;
+        QTest::newRow("login agent") << QStringList{"prog", "-runMode", "autoLaunched"} << true << false;
+        QTest::newRow("other run mode") << QStringList{"prog", "-runMode", "manual"} << false << false;
+        QTest::newRow("run mode without value") << QStringList{"prog", "-runMode"} << false << false;
+        QTest::newRow("headless, platform noise")
+            << QStringList{"prog", "-psn_0_12345", "--no-tray", "-runMode", "autoLaunched"} << true
+            << true;
+        // The program's own name is never an option.
+        QTest::newRow("name only") << QStringList{"--no-tray"} << false << false;
+    }
+    void arguments()
+    {
+        QFETCH(QStringList, arguments);
+        const StatusbarOptions options = parseStatusbarArguments(arguments);
+        QTEST(options.autoLaunched, "autoLaunched");
+        QTEST(options.headless, "headless");
+    }
+
+    // "Open ZELMOR Helper" starts the bundle the companion lives in.
+    void openStartsTheEnclosingBundle()
+    {
+        QTemporaryDir dir;
+        const QString mainBundle = dir.path() + "/ZELMOR Helper.app";
+        const QString marker = dir.path() + "/opened";
+        writeFile(mainBundle + "/Contents/Info.plist",
+                  "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict>"
+                  "<key>CFBundleIdentifier</key><string>org.zelmor.test.main</string>"
+                  "<key>CFBundleExecutable</key><string>main</string></dict></plist>");
+        writeFile(mainBundle + "/Contents/MacOS/main",
+                  "#!/bin/sh\ntouch '" + QFile::encodeName(marker) + "'\n");
+        QFile::setPermissions(mainBundle + "/Contents/MacOS/main",
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        const QString found = mainBundleForCompanion(
+            mainBundle + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app");
+        QCOMPARE(found, mainBundle);
+
+        StatusbarCompanion companion("org.zelmor.test.open", found, {false, true});
+        for (QAction *action : companion.menu()->actions()) {
+            if (action->text() == "Open ZELMOR Helper")
+                action->trigger();
+        }
+        QTRY_VERIFY(QFile::exists(marker));
+    }
+
+    void summary_data()
+    {
+        QTest::addColumn<int>("value");
+        QTest::addColumn<int>("maximum");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("no figure") << 5 << 0 << "Compiling ZELMOR";
+        QTest::newRow("start") << 0 << 250 << "Compiling ZELMOR — 0%";
+        QTest::newRow("rounds down") << 2 << 3 << "Compiling ZELMOR — 66%";
+        QTest::newRow("done") << 250 << 250 << "Compiling ZELMOR — 100%";
+        QTest::newRow("past the end") << 300 << 250 << "Compiling ZELMOR — 100%";
+        QTest::newRow("negative") << -4 << 250 << "Compiling ZELMOR — 0%";
+        QTest::newRow("large figures") << 2000000000 << 2100000000 << "Compiling ZELMOR — 95%";
+    }
+    void summary()
+    {
+        QFETCH(int, value);
+        QFETCH(int, maximum);
+        CompanionChannel::Status status{"Compiling ZELMOR", value, maximum, {}};
+        QTEST(statusSummary(status), "expected");
+    }
+
+    // What ZELMOR Helper publishes shows in the menu and tooltip, and goes
+    // away on "idle" or when ZELMOR Helper goes away.
+    void statusFollowsTheChannel()
+    {
+        const QString id = "org.zelmor.test.status";
+        StatusbarCompanion companion(id, "/nowhere/ZELMOR Helper.app", {false, true});
+        QSignalSpy quits(&companion, &StatusbarCompanion::quitRequested);
+        QVERIFY(companion.start());
+        QCOMPARE(visibleMenuTexts(companion), (QStringList{"Open ZELMOR Helper", "Quit"}));
+        QCOMPARE(companion.toolTip(), QString("ZELMOR Helper"));
+
+        {
+            CompanionStatusPublisher publisher(id);
+            publisher.publish(CompanionChannel::statusMessage("Compiling ZELMOR", 42, 100, "make"));
+            QTRY_COMPARE(visibleMenuTexts(companion),
+                         (QStringList{"Compiling ZELMOR — 42%", "Open ZELMOR Helper", "Quit"}));
+            QVERIFY(!statusAction(companion)->isEnabled());
+            QCOMPARE(companion.toolTip(), QString("ZELMOR Helper\nCompiling ZELMOR — 42%\nmake"));
+
+            publisher.publish(CompanionChannel::idleMessage());
+            QTRY_VERIFY(!statusAction(companion)->isVisible());
+            QCOMPARE(companion.toolTip(), QString("ZELMOR Helper"));
+
+            publisher.publish(
+                CompanionChannel::statusMessage("Downloading source codes", 0, 0, {}));
+            QTRY_COMPARE(companion.toolTip(), QString("ZELMOR Helper\nDownloading source codes"));
+        }
+        // The publisher is gone in the middle of an operation.
+        QTRY_VERIFY(!statusAction(companion)->isVisible());
+        QCOMPARE(companion.toolTip(), QString("ZELMOR Helper"));
+        QCOMPARE(quits.count(), 0);
+
+        // One instance per identifier, even within one process.
+        StatusbarCompanion second(id, {}, {false, true});
+        QVERIFY(!second.start());
+
+        QVERIFY(CompanionChannel::requestQuit(id));
+        QTRY_COMPARE(quits.count(), 1);
+
+        // The menu's own "Quit" asks the same.
+        companion.menu()->actions().constLast()->trigger();
+        QCOMPARE(quits.count(), 2);
+    }
+
+    // The built program: it takes the channel, refuses a second instance
+    // and quits when ZELMOR Helper asks. A second start is routine (ZELMOR
+    // Helper starts the companion each time it starts), so it exits with 0.
+    void builtCompanionQuitsOnRequest()
+    {
+        const QString id = ZELMOR_STATUSBAR_BUNDLE_ID;
+        QProcess first;
+        QSignalSpy firstEnded(&first, &QProcess::finished);
+        first.start(companionProgram(), {"--no-tray"});
+        QVERIFY(first.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(CompanionChannel::isRunning(id), 10000);
+
+        QProcess second;
+        QSignalSpy secondEnded(&second, &QProcess::finished);
+        second.start(companionProgram(), {"--no-tray", "-runMode", "autoLaunched"});
+        QTRY_COMPARE_WITH_TIMEOUT(secondEnded.count(), 1, 10000);
+        QCOMPARE(second.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(second.exitCode(), 0);
+        QVERIFY(second.readAllStandardError().contains("already running"));
+
+        QCOMPARE(first.state(), QProcess::Running);
+        QVERIFY(CompanionChannel::isRunning(id));
+
+        QVERIFY(CompanionChannel::requestQuit(id));
+        QTRY_COMPARE_WITH_TIMEOUT(firstEnded.count(), 1, 10000);
+        QCOMPARE(first.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(first.exitCode(), 0);
+        QVERIFY(!CompanionChannel::isRunning(id));
+    }
+
+    // Offscreen there is no tray: the companion says so and leaves without
+    // taking the channel, however it was started.
+    void withoutTrayItExitsCleanly_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("by hand") << QStringList{};
+        QTest::newRow("login agent") << QStringList{"-runMode", "autoLaunched"};
+    }
+    void withoutTrayItExitsCleanly()
+    {
+        QFETCH(QStringList, arguments);
+        QProcess process;
+        QSignalSpy ended(&process, &QProcess::finished);
+        process.start(companionProgram(), arguments);
+        QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 10000);
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
+        QVERIFY(process.readAllStandardError().contains("No system tray is available"));
+        QVERIFY(!CompanionChannel::isRunning(ZELMOR_STATUSBAR_BUNDLE_ID));
+    }
+};
+
+ZELMOR_TEST_MAIN(TestCompanionStatusbar)
+#include "tst_companion_statusbar.moc"
