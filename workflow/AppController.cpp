@@ -1,34 +1,258 @@
 #include "workflow/AppController.h"
 
-// Placeholder: filled in by the work on this part of the controller.
+#include "BuildConfig.h"
+#include "app/AlertSheet.h"
 #include "app/MainWindow.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "ui_MainWindow.h"
+#include "workflow/ConsoleView.h"
+#include "workflow/OutputParsing.h"
+#include "workflow/ProgressBar.h"
+#include "workflow/Spinner.h"
+#include "workflow/TextFormat.h"
 
-AppController::AppController(MainWindow *w, QObject *parent) : QObject(parent), window(w) {}
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
 
-AppController::~AppController() = default;
+namespace {
+// Between the pull of the sources and the pull of the submodules of an
+// update, so git has released the repository's lock files.
+constexpr int UpdatePauseMs = 1000;
+constexpr int CountdownSeconds = 10;
+constexpr int CountdownTickMs = 1000;
+} // namespace
+
+AppController::AppController(MainWindow *w, QObject *parent)
+    : QObject(parent), window(w), cmakeProgram(QStringLiteral(ZELMOR_CMAKE_PROGRAM))
+{
+    Ui::MainWindow *ui = window->ui();
+    popupSelection = ui->popupSelection;
+    getSelection = ui->popupSelection;
+    buttonPerform = ui->buttonPerform;
+    outputField = ui->outputField;
+    showSpeed = ui->showSpeed;
+    spinner = ui->spinner;
+    progressbar = ui->progressbar;
+    connect(buttonPerform, &QPushButton::clicked, this, [this] { perform(); });
+
+    m_updatePause = new QTimer(this);
+    m_updatePause->setSingleShot(true);
+    m_updatePause->setInterval(UpdatePauseMs);
+    connect(m_updatePause, &QTimer::timeout, this, [this] { continueAfterUpdatePause(); });
+
+    m_publishedProgress.label = showSpeed->text();
+}
+
+AppController::~AppController()
+{
+    removeRegistrations();
+}
 
 void AppController::awakeFromNib()
 {
+    // The pop-up lists clone, modules, update, compile; the item data is the
+    // tag every handler decides by.
+    popupSelection->clear();
+    popupSelection->addItem(tr("Get a complete copy of source codes of ZELLMOR from GitHub"), TagClone);
+    popupSelection->addItem(tr("Get module initialized"), TagModules);
+    popupSelection->addItem(tr("Update source codes and submodules"), TagUpdate);
+    popupSelection->addItem(tr("Compile ZELMOR"), TagCompile);
+    buttonPerform->setText(tr("Perform"));
+
+    selectItemWithTag(TagClone);
+
+    window->raise();
+    window->activateWindow();
+
+    SettingsStore &settings = SettingsStore::standard();
+    rootDirectory = settings.stringValue(SettingsKeys::Workspace);
+    outputDirectory = settings.stringValue(SettingsKeys::Output);
+    logSwitch = settings.intValue(SettingsKeys::Log);
+
+    buildFolder = formatText(QStringLiteral("%@/build"), {rootDirectory});
+
+    now = 0;
+    lastPercentage = 0;
+
+    startStatusApp();
 }
 
 void AppController::perform()
 {
+    const QString title = buttonPerform->text();
+    if (title == tr("Perform")) {
+        // A pause left over from an update that was stopped must not start
+        // its second pull in the middle of this operation.
+        m_updatePause->stop();
+        buttonPerform->setText(tr("Stop"));
+        spinner->startAnimation();
+        progressbar->startAnimation();
+        publishProgress();
+
+        switch (selectedTag()) {
+        case TagClone:
+            InstallCheck();
+            break;
+        case TagUpdate:
+            UpdateCheck();
+            break;
+        case TagCompile:
+            CompileCheck();
+            break;
+        case TagModules:
+            InstallModuleCheck();
+            break;
+        default:
+            outputField->setString(tr("Error"));
+            spinner->stopAnimation();
+            progressbar->stopAnimation();
+            publishProgress();
+            break;
+        }
+        now = 0;
+        terminatedByUser = 0;
+    } else if (title == tr("Stop")) {
+        stopRequest = 1;
+        stopTask();
+    }
 }
 
 void AppController::notifiedForComplete()
 {
+    // The exit status is never consulted: every stage counts as done.
+    releaseChild(unixTask);
+    unixTask = nullptr;
+    removeRegistrations();
+    setSpeedText(OutputParsing::IdleSpeedLabel.toString());
+
+    const QString done = tr("Done.");
+    if (terminatedByUser == 1) {
+        outputField->insertText(formatText(QStringLiteral("\n%@\n"), {tr("Task terminated by user.")}));
+        buttonPerform->setText(tr("Perform"));
+    } else {
+        const int tag = selectedTag();
+        if (tag == TagModules) {
+            if (now >= moduleCount) {
+                now = 0;
+                terminatedByUser = 0;
+                stopRequest = 0;
+                stopTask();
+                outputField->insertText(formatText(QStringLiteral("\n%@\n"), {done}));
+            } else {
+                now += 1;
+                startInstallModule();
+            }
+        } else if (tag == TagUpdate) {
+            if (now > 0) {
+                stopRequest = 0;
+                stopTask();
+                outputField->insertText(
+                    formatText(QStringLiteral("%@\n \n%@\n"), {done, tr("All done.")}));
+            } else {
+                outputField->insertText(formatText(QStringLiteral("%@\n"), {done}));
+                // The window stays responsive during the pause; the second
+                // pull starts when it is over.
+                m_updatePause->start();
+            }
+        } else if (tag == TagCompile) {
+            if (now == 0) {
+                now = 1;
+                startCompileTwo();
+            } else if (now == 1) {
+                now = 2;
+                copyFinishedFiles();
+            } else {
+                outputField->insertText(formatText(QStringLiteral("%@\n"), {done}));
+                outputField->insertText(formatText(QStringLiteral("\n%@\n"), {tr("All done.")}));
+                stopRequest = 0;
+                stopTask();
+            }
+        } else if (tag == TagClone) {
+            outputField->insertText(formatText(QStringLiteral("\n%@\n"), {done}));
+            openReadyToInstallModulePrompt();
+        } else if (terminatedByUser == 0) {
+            stopRequest = 0;
+            stopTask();
+            outputField->insertText(formatText(QStringLiteral("\n%@\n"), {done}));
+            buttonPerform->setText(tr("Perform"));
+        }
+    }
+    setSpeedText(OutputParsing::IdleSpeedLabel.toString());
 }
 
-AlertSheet *AppController::showAlertAtWindow(QWidget *, const QString &, const QString &, const QString &, const QString &, const QString &, std::function<void(int)>)
+void AppController::continueAfterUpdatePause()
 {
-    return nullptr;
+    if (terminatedByUser == 1) {
+        outputField->insertText(formatText(QStringLiteral("\n%@\n"), {tr("Task terminated by user.")}));
+        return;
+    }
+    now += 1;
+    startUpdateModule();
+}
+
+void AppController::openReadyToInstallModulePrompt()
+{
+    countdown = CountdownSeconds;
+    if (iAlert)
+        iAlert->deleteLater();
+    iAlert = new AlertSheet(window);
+    iAlert->addButtonWithTitle(tr("Perform"));
+    iAlert->addButtonWithTitle(tr("Cancel"));
+    iAlert->setMessageText(tr("Ready to install modules"));
+    iAlert->setInformativeText(formatText(
+        QStringLiteral("%@\n%@..."),
+        {tr("Main source codes are ready. Do you want to get modules initialized right now?"),
+         formatText(tr("Count down %d secs"), {QString::number(countdown)})}));
+    QPointer<AlertSheet> sheet = iAlert;
+    iAlert->beginSheet(window, [this, sheet](int returnCode) {
+        alertDidEndForReadytoInstallModule(returnCode);
+        if (sheet)
+            sheet->deleteLater();
+    });
+
+    if (timer)
+        timer->deleteLater();
+    timer = new QTimer(this);
+    timer->setInterval(CountdownTickMs);
+    connect(timer, &QTimer::timeout, this, [this] { timeCountdownOfReadytoInstallModule(); });
+    timer->start();
+}
+
+AlertSheet *AppController::showAlertAtWindow(QWidget *parentWindow, const QString &title,
+                                             const QString &message, const QString &first,
+                                             const QString &second, const QString &third,
+                                             std::function<void(int)> didEnd)
+{
+    auto *sheet = new AlertSheet(parentWindow);
+    sheet->addButtonWithTitle(first);
+    sheet->addButtonWithTitle(second);
+    sheet->addButtonWithTitle(third);
+    sheet->setMessageText(title);
+    sheet->setInformativeText(message);
+    m_questionSheet = sheet;
+    // The sheet is not reused: it goes once its handler has run.
+    QPointer<AlertSheet> guard = sheet;
+    sheet->beginSheet(parentWindow, [guard, handler = std::move(didEnd)](int returnCode) {
+        if (handler)
+            handler(returnCode);
+        if (guard)
+            guard->deleteLater();
+    });
+    return sheet;
 }
 
 int AppController::selectedTag() const
 {
-    return 0;
+    const QVariant tag = getSelection->currentData();
+    return tag.isValid() ? tag.toInt() : 0;
 }
 
-void AppController::selectItemWithTag(int)
+void AppController::selectItemWithTag(int tag)
 {
+    const int index = getSelection->findData(tag);
+    if (index >= 0)
+        getSelection->setCurrentIndex(index);
 }

@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QProcess>
 #include <QString>
+#include <QStringDecoder>
 #include <QStringList>
 
 #include <functional>
@@ -133,4 +134,37 @@ private:
     // and the completion; shared by the runner and the compile stages.
     void launchChild(const QString &program, const QStringList &arguments,
                      const QString &folder);
+
+    // Drops every connection launchChild made, for every child still around.
+    void removeRegistrations();
+    // Gives up the reference to a child; it is freed once it has ended.
+    void releaseChild(QProcess *process);
+    // Tells the shell when what the companion shows may have changed.
+    void publishProgress(bool force = false);
+    // Replaces the speed label (the idle label, or git's speed).
+    void setSpeedText(const QString &text);
+    // The ready-to-install-modules prompt, after a clone.
+    void openReadyToInstallModulePrompt();
+    // After the one-second pause between the two pulls of an update.
+    void continueAfterUpdatePause();
+
+    QList<QMetaObject::Connection> m_registrations;
+    QStringDecoder m_stdoutDecoder{QStringDecoder::Utf8};
+    QStringDecoder m_stderrDecoder{QStringDecoder::Utf8};
+    // Set by notifiedForStdError when a chunk ended in the range error: the
+    // standard error of that child is no longer read.
+    bool m_stderrGivenUp = false;
+    QTimer *m_updatePause = nullptr;
+    QPointer<AlertSheet> m_questionSheet; // the last Keep/Replace question
+
+    struct ProgressState
+    {
+        bool indeterminate = true;
+        bool animating = false;
+        double maximum = 0;
+        double value = 0;
+        QString label;
+        bool operator==(const ProgressState &) const = default;
+    };
+    ProgressState m_publishedProgress;
 };

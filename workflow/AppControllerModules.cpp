@@ -1,31 +1,213 @@
 #include "workflow/AppController.h"
 
-// Placeholder: filled in by the work on this part of the controller.
+#include "app/AlertSheet.h"
+#include "app/MainWindow.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "workflow/ConsoleView.h"
+#include "workflow/ModuleRules.h"
+#include "workflow/Spinner.h"
+#include "workflow/TextFormat.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QSaveFile>
+#include <QTimer>
+
+#include <cstdio>
+
+// The submodule registry and operation 4: every module listed in .gitmodules
+// is cloned into the workspace, one child at a time; the completion handler
+// advances `now` and calls startInstallModule() again.
+
+namespace {
+
+void writeTextAtomically(const QString &path, const QString &text)
+{
+    // Failures are ignored: the config stays as it was and git reports it.
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    file.write(text.toUtf8());
+    file.commit();
+}
+
+} // namespace
 
 void AppController::regModule()
 {
+    outputField->insertText(formatText(QStringLiteral("\n%@...\n"), {tr("Registering modules")}));
+
+    const QString config = formatText(QStringLiteral("%@/.git/config"), {rootDirectory});
+    const QString backup = formatText(QStringLiteral("%@/.git/config.origin"), {rootDirectory});
+    // QFile::copy never overwrites, so the backup keeps the config as it was
+    // before the first registration and every later one starts from it.
+    QFile::copy(config, backup);
+    const std::optional<QString> pristine = readUtf8File(backup);
+    const std::optional<QString> modules =
+        readUtf8File(formatText(QStringLiteral("%@/.gitmodules"), {rootDirectory}));
+    writeTextAtomically(config, registeredConfigText(pristine, modules));
+
+    moduleURL = moduleURLsFromGitmodules(modules.value_or(QString()));
+
+    outputField->insertText(
+        formatText(QStringLiteral("%@\n%@...\n"), {tr("Done."), tr("Checking modules")}));
+    startInstallModule();
 }
 
 void AppController::initializeURL()
 {
+    const std::optional<QString> modules =
+        readUtf8File(formatText(QStringLiteral("%@/.gitmodules"), {rootDirectory}));
+    moduleURL = moduleURLsFromGitmodules(modules.value_or(QString()));
 }
 
 void AppController::InstallModuleCheck()
 {
+    SettingsStore &settings = SettingsStore::standard();
+    rootDirectory = settings.stringValue(SettingsKeys::Workspace);
+    logSwitch = settings.intValue(SettingsKeys::Log);
+    now = 0;
+
+    outputField->setString(formatText(QStringLiteral("\n%@...\n"), {tr("Checking files")}));
+
+    if (pathExists(rootDirectory)
+        && pathExists(formatText(QStringLiteral("%@/.git"), {rootDirectory}))) {
+        outputField->insertText(formatText(QStringLiteral("%@\n"), {tr("Done.")}));
+        regModule();
+        return;
+    }
+    outputField->insertText(formatText(
+        QStringLiteral("%@\n%@: %@%@%@"),
+        {tr("Failure."), tr("Error"), rootDirectory, tr(" or .git in it not found!"),
+         tr("Please re-download a complete copy of source codes.")}));
+    stopRequest = 0;
+    stopTask();
 }
 
 void AppController::startInstallModule()
 {
+    spinner->startAnimation();
+    moduleCount = moduleURL.size();
+
+    // A URL without a name (fewer than two tokens) cannot be cloned into a
+    // folder of its own: say so and go on with the next one.
+    QString url;
+    QString name;
+    while (now < moduleCount) {
+        url = moduleURL.at(now);
+        bool named = false;
+        name = moduleNameFromURL(url, &named);
+        if (named)
+            break;
+        outputField->insertText(formatText(
+            QStringLiteral("\n%@\n%@: %@%@%@\n"),
+            {tr("Failure."), tr("Error"), url, tr(" gives no module name!"),
+             tr(" It is skipped.")}));
+        now += 1;
+    }
+
+    if (!(now < moduleCount)) {
+        terminatedByUser = 0;
+        if (unixTask)
+            unixTask->terminate();
+        notifiedForComplete();
+        return;
+    }
+
+    moduleName = name;
+    if (pathExists(formatText(QStringLiteral("%@/%@/.git"), {rootDirectory, moduleName}))) {
+        showAlertAtWindow(
+            window, tr("Module Exists"),
+            formatText(QStringLiteral("%@ '%@'\n%@"),
+                       {tr("Found submodule"), moduleName, tr("How to deal with it?")}),
+            tr("Keep"), tr("Replace"), tr("Skip"),
+            [this](int returnCode) { moduleAlertDidEnd(returnCode); });
+        return;
+    }
+
+    outputField->setString(
+        formatText(QStringLiteral("\n%@ %@...\n"), {tr("Getting module"), moduleName}));
+    outputField->insertText(formatText(QStringLiteral("\n%@: %@/%@\n\n"),
+                                       {tr("Location"), rootDirectory, moduleName}));
+    // A folder without .git, such as the empty placeholder the main clone
+    // leaves, is in git's way.
+    const QString folder = formatText(QStringLiteral("%@/%@"), {rootDirectory, moduleName});
+    if (pathExists(folder))
+        removeItem(folder);
+    runUnixTask(formatText(QStringLiteral("git clone --progress %@ %@"), {url, moduleName}),
+                rootDirectory);
 }
 
-void AppController::moduleAlertDidEnd(int)
+void AppController::moduleAlertDidEnd(int returnCode)
 {
+    // Out of the way at once: the next question may open from here.
+    if (m_questionSheet)
+        m_questionSheet->orderOut();
+
+    const QString folder = formatText(QStringLiteral("%@/%@"), {rootDirectory, moduleName});
+    const QString kept =
+        formatText(QStringLiteral("%@/%@.%@"),
+                   {rootDirectory, moduleName, dateSuffix(QDateTime::currentDateTime())});
+    switch (returnCode) {
+    case 1002: // Skip
+        outputField->insertText(
+            formatText(QStringLiteral("\n%@ %@\n"), {tr("Skip module"), moduleName}));
+        now += 1;
+        startInstallModule();
+        break;
+    case 1001: // Replace: the same module is fetched afresh
+        removeItem(folder);
+        startInstallModule();
+        break;
+    case 1000: // Keep beside the fresh copy
+        moveItem(folder, kept);
+        startInstallModule();
+        break;
+    default:
+        std::fprintf(stderr, "Error alert sheet.\n");
+        break;
+    }
 }
 
 void AppController::timeCountdownOfReadytoInstallModule()
 {
+    countdown -= 1;
+    if (iAlert) {
+        // From the first tick on the question names "essential" modules.
+        iAlert->setInformativeText(formatText(
+            QStringLiteral("%@\n%@..."),
+            {tr("Main source codes are ready. Do you want to get essential modules initialized "
+                "right now?"),
+             formatText(tr("Count down %d secs"), {QString::number(countdown)})}));
+    }
+    if (countdown != 0)
+        return;
+    if (timer)
+        timer->stop();
+    // Ending the sheet without a button runs its handler's dismiss branch,
+    // which restores the idle look before the module operation begins.
+    if (iAlert)
+        iAlert->endSheet();
+    outputField->insertText(tr("Ready to start initializing modules. Please wait..."));
+    selectItemWithTag(TagModules);
+    InstallModuleCheck();
 }
 
-void AppController::alertDidEndForReadytoInstallModule(int)
+void AppController::alertDidEndForReadytoInstallModule(int returnCode)
 {
+    if (returnCode == 1000) {
+        if (timer)
+            timer->stop();
+        outputField->insertText(tr("Ready to start initializing modules. Please wait..."));
+        selectItemWithTag(TagModules);
+        InstallModuleCheck();
+        return;
+    }
+    stopRequest = 0;
+    stopTask();
+    if (timer)
+        timer->stop();
+    if (iAlert)
+        iAlert->orderOut();
 }

@@ -1,23 +1,183 @@
 #include "workflow/AppController.h"
 
-// Placeholder: filled in by the work on this part of the controller.
+#include "workflow/ConsoleView.h"
+#include "workflow/OutputParsing.h"
+#include "workflow/ProgressBar.h"
+#include "workflow/Spinner.h"
 
-void AppController::runUnixTask(const QString &, const QString &)
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+
+#include <cstdio>
+
+// The runner: one child at a time, its output delivered chunk by chunk on the
+// main thread, its end reported through notifiedForComplete().
+
+void AppController::runUnixTask(const QString &command, const QString &path)
 {
+    // The command is one ready-made shell line; nothing is quoted here.
+    launchChild(QStringLiteral("/bin/bash"), {QStringLiteral("-c"), command}, path);
+}
+
+void AppController::launchChild(const QString &program, const QStringList &arguments,
+                                const QString &folder)
+{
+    auto *process = new QProcess(this);
+    process->setProgram(program);
+    process->setArguments(arguments);
+    process->setWorkingDirectory(folder);
+
+    // The previous child, if any, is left alone; its connections stay until
+    // the next completion removes them all.
+    releaseChild(unixTask);
+    unixTask = process;
+    m_stdoutDecoder = QStringDecoder(QStringDecoder::Utf8);
+    m_stderrDecoder = QStringDecoder(QStringDecoder::Utf8);
+
+    m_registrations.append(connect(process, &QProcess::readyReadStandardOutput, this,
+                                   [this, process] {
+                                       notifiedForStdOutput(process->readAllStandardOutput());
+                                   }));
+    m_registrations.append(connect(
+        process, &QProcess::readyReadStandardError, this, [this, process] {
+            m_stderrGivenUp = false;
+            notifiedForStdError(process->readAllStandardError());
+            if (m_stderrGivenUp) {
+                // Nothing more of this child's standard error is read. The
+                // closed channel is still drained (and discarded) by QProcess,
+                // so the child never blocks on a full pipe.
+                disconnect(process, &QProcess::readyReadStandardError, this, nullptr);
+                process->closeReadChannel(QProcess::StandardError);
+            }
+        }));
+    m_registrations.append(connect(process, &QProcess::finished, this,
+                                   [this] { notifiedForComplete(); }));
+
+    connect(process, &QProcess::errorOccurred, process, [process](QProcess::ProcessError error) {
+        if (error != QProcess::FailedToStart)
+            return;
+        // The operation stays in its running look; Stop still brings the
+        // window back.
+        std::fprintf(stderr, "ZELMORHelper: could not start %s in %s: %s\n",
+                     qPrintable(process->program()), qPrintable(process->workingDirectory()),
+                     qPrintable(process->errorString()));
+    });
+    connect(process, &QProcess::finished, process, &QObject::deleteLater);
+
+    // Standard input stays an open pipe that is never written: a child that
+    // asks for input waits rather than reading an end of file.
+    process->start(QIODevice::ReadWrite);
+}
+
+void AppController::releaseChild(QProcess *process)
+{
+    if (!process)
+        return;
+    if (process->state() == QProcess::NotRunning)
+        process->deleteLater();
+    // A running one deletes itself when it ends (connected at launch).
+}
+
+void AppController::removeRegistrations()
+{
+    for (const QMetaObject::Connection &connection : std::as_const(m_registrations))
+        disconnect(connection);
+    m_registrations.clear();
 }
 
 void AppController::stopTask()
 {
+    spinner->stopAnimation();
+    progressbar->setIndeterminate(true);
+    progressbar->stopAnimation();
+    if (stopRequest == 1) {
+        terminatedByUser = 1;
+        if (unixTask)
+            unixTask->terminate();
+    }
+    buttonPerform->setText(tr("Perform"));
+    showSpeed->setText(OutputParsing::IdleSpeedLabel.toString());
+    publishProgress(true);
 }
 
-void AppController::launchChild(const QString &, const QStringList &, const QString &)
+void AppController::notifiedForStdOutput(const QByteArray &chunk)
 {
+    if (chunk.isEmpty())
+        return;
+    // A character cut by the chunk boundary is completed by the next chunk.
+    const QString text = m_stdoutDecoder.decode(chunk);
+    if (logSwitch == 1)
+        outputField->insertText(text);
+
+    if (selectedTag() == TagCompile) {
+        progressbar->setMaxValue(100);
+        progressbar->setMinValue(0);
+        progressbar->setIndeterminate(false);
+        if (const auto value = OutputParsing::makeProgressValue(text))
+            progressbar->setDoubleValue(*value);
+        publishProgress();
+    }
 }
 
-void AppController::notifiedForStdOutput(const QByteArray &)
+void AppController::notifiedForStdError(const QByteArray &chunk)
 {
+    if (chunk.isEmpty())
+        return;
+    const QString text = m_stderrDecoder.decode(chunk);
+    if (logSwitch == 1)
+        outputField->insertText(text);
+
+    const int tag = selectedTag();
+    if (tag != TagClone && tag != TagModules)
+        return;
+
+    const OutputParsing::CloneProgress progress = OutputParsing::cloneProgress(text);
+    if (progress.outcome == OutputParsing::CloneProgress::TooFewPieces) {
+        // No speed text can be built from so few pieces: the handling of this
+        // chunk ends here, and with it the reading of this child's standard
+        // error (git's lone "Cloning into ..." line comes this way).
+        std::fprintf(stderr,
+                     "ZELMORHelper: progress text of %d pieces has no speed field; "
+                     "standard error of this child is no longer read\n",
+                     progress.pieces);
+        m_stderrGivenUp = true;
+        return;
+    }
+    progressbar->setIndeterminate(false);
+    progressbar->setMinValue(0);
+    if (progress.outcome == OutputParsing::CloneProgress::NoNumbers) {
+        std::fprintf(stderr,
+                     "ZELMORHelper: progress text without figures; "
+                     "standard error of this child is no longer read\n");
+        m_stderrGivenUp = true;
+        publishProgress();
+        return;
+    }
+    lastPercentage = progress.percentage;
+    progressbar->setMaxValue(progress.maximum);
+    progressbar->setDoubleValue(progress.value);
+    progressbar->update();
+    setSpeedText(progress.label);
+    publishProgress();
 }
 
-void AppController::notifiedForStdError(const QByteArray &)
+void AppController::setSpeedText(const QString &text)
 {
+    showSpeed->setText(text);
+    publishProgress();
+}
+
+void AppController::publishProgress(bool force)
+{
+    ProgressState state;
+    state.indeterminate = progressbar->isIndeterminate();
+    state.animating = progressbar->isAnimating();
+    state.maximum = progressbar->maxValue();
+    state.value = progressbar->doubleValue();
+    state.label = showSpeed->text();
+    if (!force && state == m_publishedProgress)
+        return;
+    m_publishedProgress = state;
+    emit progressChanged();
 }

@@ -1,5 +1,14 @@
 #include "workflow/ProgressBar.h"
 
+#include <climits>
+
+namespace {
+int toInt(double value)
+{
+    return static_cast<int>(qBound<double>(INT_MIN, value, INT_MAX));
+}
+} // namespace
+
 ProgressBar::ProgressBar(QWidget *parent) : QProgressBar(parent)
 {
     apply();
@@ -54,6 +63,13 @@ void ProgressBar::apply()
         }
         return;
     }
-    setRange(static_cast<int>(m_min), static_cast<int>(qMax(m_min, m_max)));
-    setValue(static_cast<int>(qBound(m_min, m_value, qMax(m_min, m_max))));
+    if (m_max <= m_min) {
+        // An empty range would make QProgressBar show its busy animation; a
+        // determinate bar with nothing to count is simply empty.
+        setRange(0, 1);
+        setValue(0);
+        return;
+    }
+    setRange(toInt(m_min), toInt(m_max));
+    setValue(toInt(qBound(m_min, m_value, m_max)));
 }

@@ -1,0 +1,463 @@
+#include "TestSupport.h"
+
+#include "BuildConfig.h"
+#include "app/AlertSheet.h"
+#include "app/MainWindow.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "workflow/AppController.h"
+#include "workflow/ConsoleView.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QDir>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTimer>
+
+// The source download and the module operation against real git, with the
+// emulator's repository and its modules served from local folders: the
+// test's own ~/.gitconfig maps their https URLs there (url.<base>.insteadOf),
+// exactly as a user could.
+
+namespace {
+
+constexpr int Patience = 60000;
+
+const QString LangURL = QStringLiteral("https://github.com/zelmor-emu/emu-lang.git");
+const QString ToolsURL = QStringLiteral("https://github.com/zelmor-emu/tools.git");
+
+QString gitmodulesEntry(const QString &name, const QString &url)
+{
+    return QStringLiteral("[submodule \"%1\"]\n\tpath = %1\n\turl = %2\n").arg(name, url);
+}
+
+class Upstream
+{
+public:
+    explicit Upstream(bool withModules = true)
+    {
+        const QString root = m_dir.path();
+        m_lang = TestSupport::makeBareRepository(root, "emu-lang", {{"en.txt", "Perform\n"}});
+        m_tools = TestSupport::makeBareRepository(root, "tools", {{"tool.txt", "tool\n"}});
+        const QString work = root + "/zelmor.work";
+        QDir().mkpath(work);
+        TestSupport::git(work, {"init", "-q", "-b", "master"});
+        TestSupport::writeFile(work + "/README", "ZELMOR\n");
+        if (withModules) {
+            m_gitmodules = gitmodulesEntry("lang", LangURL) + gitmodulesEntry("tools", ToolsURL);
+            TestSupport::writeFile(work + "/.gitmodules", m_gitmodules.toUtf8());
+            // Gitlinks, so a checkout has the empty module folders git leaves.
+            for (const auto &[path, bare] : {std::pair{"lang", m_lang}, std::pair{"tools", m_tools}}) {
+                const QString head = QString::fromUtf8(
+                    TestSupport::git(bare, {"rev-parse", "HEAD"}).trimmed());
+                TestSupport::git(work, {"update-index", "--add", "--cacheinfo",
+                                        "160000," + head + "," + path});
+            }
+        }
+        TestSupport::git(work, {"add", "-A"});
+        TestSupport::git(work, {"commit", "-q", "-m", "initial"});
+        m_source = root + "/zelmor.git";
+        TestSupport::git(root, {"clone", "-q", "--bare", work, m_source});
+        serve(false);
+
+        SettingsStore::standard().setObject(SettingsKeys::Workspace, workspace());
+        SettingsStore::standard().setObject(SettingsKeys::Log, QStringLiteral("0"));
+    }
+
+    // slowServer: clones go through git's file:// transport to a server
+    // that waits 20 seconds before it sends anything.
+    void serve(bool slowServer) const
+    {
+        const QString scheme = slowServer ? QStringLiteral("file://") : QString();
+        QString config;
+        for (const auto &[local, url] :
+             {std::pair{m_source, QStringLiteral(ZELMOR_SOURCE_REPOSITORY_URL)},
+              std::pair{m_lang, LangURL}, std::pair{m_tools, ToolsURL}}) {
+            config += QStringLiteral("[url \"%1%2\"]\n\tinsteadOf = %3\n").arg(scheme, local, url);
+        }
+        if (slowServer)
+            config += "[uploadpack]\n\tpackObjectsHook = \"sleep 20;\"\n";
+        TestSupport::writeFile(TestSupport::homeDir() + "/.gitconfig", config.toUtf8());
+    }
+
+    QString workspace() const { return m_dir.path() + "/ws"; }
+    QString gitmodules() const { return m_gitmodules; }
+    void checkoutSource() const
+    {
+        TestSupport::git(m_dir.path(), {"clone", "-q", ZELMOR_SOURCE_REPOSITORY_URL, workspace()});
+    }
+
+private:
+    QTemporaryDir m_dir;
+    QString m_source, m_lang, m_tools, m_gitmodules;
+};
+
+struct Harness
+{
+    MainWindow window;
+    AppController controller{&window};
+
+    Harness()
+    {
+        controller.awakeFromNib();
+        window.show();
+    }
+    QString console() { return controller.outputField->string(); }
+    QString button() const { return controller.buttonPerform->text(); }
+    void perform(int tag)
+    {
+        controller.selectItemWithTag(tag);
+        controller.perform();
+    }
+};
+
+AlertSheet *waitForSheet()
+{
+    if (!QTest::qWaitFor([] { return !AlertSheet::openSheets().isEmpty(); }, Patience))
+        return nullptr;
+    return AlertSheet::openSheets().constLast();
+}
+
+void answerSheet(AlertSheet *sheet, int returnCode)
+{
+    sheet->buttonFor(returnCode)->click();
+}
+
+QString cloneTranscript(const QString &workspace)
+{
+    return "\nDownloading source codes...\n\nLocation: " + workspace + "\n\n\nDone.\n";
+}
+
+QString moduleTranscript(const QString &workspace, const QString &name)
+{
+    return "\nGetting module " + name + "...\n\nLocation: " + workspace + "/" + name + "\n\n";
+}
+
+} // namespace
+
+class WorkflowEndToEndTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    // After the clone: the prompt, its texts and the running look.
+    void expectReadyPrompt(Harness &h, const Upstream &upstream, AlertSheet **prompt)
+    {
+        *prompt = waitForSheet();
+        QVERIFY(*prompt);
+        QCOMPARE(h.console(), cloneTranscript(upstream.workspace()));
+        QCOMPARE((*prompt)->text(), QStringLiteral("Ready to install modules"));
+        QCOMPARE((*prompt)->informativeText(),
+                 QStringLiteral("Main source codes are ready. Do you want to get modules "
+                                "initialized right now?\nCount down 10 secs..."));
+        QCOMPARE((*prompt)->buttonTitles(), (QStringList{"Perform", "Cancel"}));
+        QCOMPARE(h.button(), QStringLiteral("Stop"));
+        QVERIFY(QFileInfo::exists(upstream.workspace() + "/README"));
+    }
+
+    void expectModulesDone(Harness &h, const Upstream &upstream)
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
+        const QString ws = upstream.workspace();
+        QCOMPARE(h.console(), moduleTranscript(ws, "tools") + "\nDone.\n");
+        QCOMPARE(h.button(), QStringLiteral("Perform"));
+        QCOMPARE(h.controller.now, 0);
+        QVERIFY(QFileInfo::exists(ws + "/lang/en.txt"));
+        QVERIFY(QFileInfo::exists(ws + "/tools/tool.txt"));
+        QVERIFY(QFileInfo::exists(ws + "/lang/.git"));
+        const QByteArray origin = TestSupport::readFile(ws + "/.git/config.origin");
+        QVERIFY(origin.contains("[core]"));
+        QCOMPARE(TestSupport::readFile(ws + "/.git/config"),
+                 origin + "\n" + upstream.gitmodules().toUtf8());
+    }
+
+private slots:
+    void init()
+    {
+        // A sheet left by a failed test must not answer for the next one.
+        for (AlertSheet *sheet : AlertSheet::openSheets())
+            sheet->endSheet();
+    }
+
+    void cloneThenModulesOnPerform()
+    {
+        Upstream upstream;
+        Harness h;
+        h.perform(AppController::TagClone);
+        QCOMPARE(h.button(), QStringLiteral("Stop"));
+        AlertSheet *prompt = nullptr;
+        expectReadyPrompt(h, upstream, &prompt);
+        if (QTest::currentTestFailed())
+            return;
+        answerSheet(prompt, 1000);
+        // Started by the answer: the button keeps reading "Stop".
+        QCOMPARE(h.controller.selectedTag(), int(AppController::TagModules));
+        QVERIFY(!h.controller.timer->isActive());
+        QCOMPARE(h.console(), moduleTranscript(upstream.workspace(), "lang"));
+        QCOMPARE(h.button(), QStringLiteral("Stop"));
+        // One module after the other: lang first, then tools.
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().startsWith(moduleTranscript(upstream.workspace(), "tools")),
+                                 Patience);
+        expectModulesDone(h, upstream);
+    }
+
+    void countdownRunsOut()
+    {
+        Upstream upstream;
+        Harness h;
+        h.perform(AppController::TagClone);
+        AlertSheet *prompt = nullptr;
+        expectReadyPrompt(h, upstream, &prompt);
+        if (QTest::currentTestFailed())
+            return;
+        // The real timer, once: about ten seconds.
+        QTRY_COMPARE_WITH_TIMEOUT(h.controller.selectedTag(), int(AppController::TagModules), Patience);
+        QVERIFY(AlertSheet::openSheets().isEmpty());
+        // The dismiss branch restored the idle look before the modules began.
+        QCOMPARE(h.button(), QStringLiteral("Perform"));
+        expectModulesDone(h, upstream);
+    }
+
+    void countdownTicks()
+    {
+        Upstream upstream;
+        Harness h;
+        h.perform(AppController::TagClone);
+        AlertSheet *prompt = nullptr;
+        expectReadyPrompt(h, upstream, &prompt);
+        if (QTest::currentTestFailed())
+            return;
+        h.controller.timer->stop(); // the test ticks instead
+        for (int left = 9; left >= 1; --left) {
+            h.controller.timeCountdownOfReadytoInstallModule();
+            QCOMPARE(prompt->informativeText(),
+                     QStringLiteral("Main source codes are ready. Do you want to get essential "
+                                    "modules initialized right now?\nCount down %1 secs...")
+                         .arg(left));
+        }
+        QCOMPARE(h.controller.selectedTag(), int(AppController::TagClone));
+        h.controller.timeCountdownOfReadytoInstallModule();
+        QVERIFY(AlertSheet::openSheets().isEmpty());
+        QCOMPARE(h.controller.selectedTag(), int(AppController::TagModules));
+        QCOMPARE(h.button(), QStringLiteral("Perform"));
+        expectModulesDone(h, upstream);
+    }
+
+    void existingWorkspace_data()
+    {
+        QTest::addColumn<int>("answer");
+        QTest::newRow("Keep") << 1000;
+        QTest::newRow("Replace") << 1001;
+        QTest::newRow("Cancel") << 1002;
+    }
+    void existingWorkspace()
+    {
+        QFETCH(int, answer);
+        Upstream upstream;
+        const QString ws = upstream.workspace();
+        TestSupport::writeFile(ws + "/.git/mine", "old\n");
+        TestSupport::writeFile(ws + "/notes.txt", "mine\n");
+        Harness h;
+        h.perform(AppController::TagClone);
+        AlertSheet *sheet = waitForSheet();
+        QVERIFY(sheet);
+        QCOMPARE(sheet->text(), QStringLiteral("Notice"));
+        QCOMPARE(sheet->informativeText(),
+                 ws + " already exists. It may be source codes.\nFolder will add current date as "
+                      "extension if you choose to keep it.\n \nHow to deal with it?");
+        QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Cancel"}));
+        QCOMPARE(h.console(), QStringLiteral("\nChecking files...\n"));
+        answerSheet(sheet, answer);
+
+        const QStringList kept =
+            QDir(QFileInfo(ws).path()).entryList({"ws.*"}, QDir::Dirs | QDir::NoDotAndDotDot);
+        if (answer == 1002) {
+            QCOMPARE(h.button(), QStringLiteral("Perform"));
+            QVERIFY(!h.controller.unixTask);
+            QCOMPARE(h.console(), QStringLiteral("\nChecking files...\n"));
+            QVERIFY(QFileInfo::exists(ws + "/.git/mine"));
+            QVERIFY(kept.isEmpty());
+            return;
+        }
+        AlertSheet *prompt = nullptr;
+        expectReadyPrompt(h, upstream, &prompt);
+        if (QTest::currentTestFailed())
+            return;
+        QVERIFY(!QFileInfo::exists(ws + "/notes.txt")); // the whole folder went
+        if (answer == 1000) {
+            QCOMPARE(kept.size(), 1);
+            QVERIFY(QRegularExpression("^ws\\.\\d{4}-\\d\\d-\\d\\d \\d\\d\\.\\d\\d\\.\\d\\d$")
+                        .match(kept.first())
+                        .hasMatch());
+            QVERIFY(QFileInfo::exists(QFileInfo(ws).path() + "/" + kept.first() + "/notes.txt"));
+        } else {
+            QVERIFY(kept.isEmpty());
+        }
+        answerSheet(prompt, 1001); // Cancel: back to idle, nothing else runs
+        QCOMPARE(h.button(), QStringLiteral("Perform"));
+        QVERIFY(!h.controller.timer->isActive());
+        QVERIFY(!h.controller.unixTask);
+    }
+
+    void existingModule_data()
+    {
+        QTest::addColumn<int>("answer");
+        QTest::newRow("Keep") << 1000;
+        QTest::newRow("Replace") << 1001;
+        QTest::newRow("Skip") << 1002;
+    }
+    void existingModule()
+    {
+        QFETCH(int, answer);
+        Upstream upstream;
+        upstream.checkoutSource();
+        const QString ws = upstream.workspace();
+        const QByteArray pristine = TestSupport::readFile(ws + "/.git/config");
+        QDir(ws + "/lang").removeRecursively();
+        TestSupport::git(ws, {"clone", "-q", LangURL, "lang"});
+        TestSupport::writeFile(ws + "/lang/mine.txt", "mine\n");
+
+        Harness h;
+        h.perform(AppController::TagModules);
+        AlertSheet *sheet = waitForSheet();
+        QVERIFY(sheet);
+        QCOMPARE(sheet->text(), QStringLiteral("Module Exists"));
+        QCOMPARE(sheet->informativeText(), QStringLiteral("Found submodule 'lang'\nHow to deal with it?"));
+        QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Skip"}));
+        QCOMPARE(h.console(), QStringLiteral("\nChecking files...\nDone.\n\nRegistering modules...\n"
+                                             "Done.\nChecking modules...\n"));
+        answerSheet(sheet, answer);
+        expectModulesDone(h, upstream);
+        QCOMPARE(TestSupport::readFile(ws + "/.git/config.origin"), pristine);
+
+        const QStringList kept = QDir(ws).entryList({"lang.*"}, QDir::Dirs | QDir::NoDotAndDotDot);
+        QCOMPARE(kept.size(), answer == 1000 ? 1 : 0);
+        QCOMPARE(QFileInfo::exists(ws + "/lang/mine.txt"), answer == 1002);
+        if (answer == 1000)
+            QVERIFY(QFileInfo::exists(ws + "/" + kept.first() + "/mine.txt"));
+
+        // A second registration starts from the backup again: nothing is
+        // appended twice, and the backup stays as it was.
+        h.perform(AppController::TagModules);
+        AlertSheet *again = waitForSheet();
+        QVERIFY(again);
+        answerSheet(again, 1002); // Skip lang
+        AlertSheet *tools = waitForSheet();
+        QVERIFY(tools && tools != again);
+        QCOMPARE(tools->informativeText(), QStringLiteral("Found submodule 'tools'\nHow to deal with it?"));
+        answerSheet(tools, 1002); // Skip the last one ends the operation
+        QCOMPARE(h.console(), QStringLiteral("\nChecking files...\nDone.\n\nRegistering modules...\n"
+                                             "Done.\nChecking modules...\n\nSkip module lang\n"
+                                             "\nSkip module tools\n\nDone.\n"));
+        QCOMPARE(h.button(), QStringLiteral("Perform"));
+        QCOMPARE(TestSupport::readFile(ws + "/.git/config.origin"), pristine);
+        QCOMPARE(TestSupport::readFile(ws + "/.git/config"),
+                 pristine + "\n" + upstream.gitmodules().toUtf8());
+    }
+
+    void emptyModuleList()
+    {
+        Upstream upstream(false);
+        upstream.checkoutSource();
+        Harness h;
+        h.perform(AppController::TagModules);
+        QCOMPARE(h.console(), QStringLiteral("\nChecking files...\nDone.\n\nRegistering modules...\n"
+                                             "Done.\nChecking modules...\n\nDone.\n"));
+        QCOMPARE(h.button(), QStringLiteral("Perform"));
+        QVERIFY(!h.controller.unixTask);
+        const QString ws = upstream.workspace();
+        QCOMPARE(TestSupport::readFile(ws + "/.git/config"),
+                 TestSupport::readFile(ws + "/.git/config.origin") + "\n(null)");
+    }
+
+    void modulesNeedAWorkspace()
+    {
+        Upstream upstream;
+        Harness h;
+        h.perform(AppController::TagModules);
+        QCOMPARE(h.console(), "\nChecking files...\nFailure.\nError: " + upstream.workspace()
+                                  + " or .git in it not found!Please re-download a complete copy "
+                                    "of source codes.");
+        QCOMPARE(h.button(), QStringLiteral("Perform"));
+    }
+
+    void moduleURLWithoutName()
+    {
+        Upstream upstream;
+        upstream.checkoutSource();
+        const QString ws = upstream.workspace();
+        TestSupport::writeFile(ws + "/.gitmodules",
+                               (gitmodulesEntry("tools", ToolsURL) + gitmodulesEntry("odd", "nameless"))
+                                   .toUtf8());
+        Harness h;
+        h.perform(AppController::TagModules);
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
+        QCOMPARE(h.console(), moduleTranscript(ws, "tools")
+                                  + "\nFailure.\nError: nameless gives no module name! It is "
+                                    "skipped.\n\nDone.\n");
+        QVERIFY(QFileInfo::exists(ws + "/tools/tool.txt"));
+        QCOMPARE(h.button(), QStringLiteral("Perform"));
+    }
+
+    void stopDuringClone_data()
+    {
+        QTest::addColumn<int>("tag");
+        QTest::newRow("sources") << int(AppController::TagClone);
+        QTest::newRow("module") << int(AppController::TagModules);
+    }
+    void stopDuringClone()
+    {
+        QFETCH(int, tag);
+        Upstream upstream;
+        if (tag == AppController::TagModules)
+            upstream.checkoutSource();
+        upstream.serve(true);
+        Harness h;
+        h.perform(tag);
+        QTRY_VERIFY_WITH_TIMEOUT(h.controller.unixTask
+                                     && h.controller.unixTask->state() == QProcess::Running,
+                                 Patience);
+        h.controller.perform(); // Stop
+        QCOMPARE(h.button(), QStringLiteral("Perform"));
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nTask terminated by user.\n"), Patience);
+        QVERIFY(AlertSheet::openSheets().isEmpty()); // no prompt, no next module
+        QVERIFY(!h.controller.unixTask);
+        QCOMPARE(h.controller.now, 0);
+    }
+
+    void popupSwitchedWhileCloning()
+    {
+        // The completion goes by the item selected when the clone ends: with
+        // "Get module initialized" selected there is no module left to fetch.
+        Upstream upstream;
+        Harness h;
+        h.perform(AppController::TagClone);
+        QVERIFY(h.controller.unixTask);
+        h.controller.selectItemWithTag(AppController::TagModules);
+        QTRY_VERIFY_WITH_TIMEOUT(!h.controller.unixTask, Patience);
+        QCOMPARE(h.console(), cloneTranscript(upstream.workspace()));
+        QVERIFY(AlertSheet::openSheets().isEmpty());
+        QCOMPARE(h.button(), QStringLiteral("Perform"));
+    }
+
+    void popupSwitchedToCloneWhileCompiling()
+    {
+        Upstream upstream;
+        Harness h;
+        h.controller.selectItemWithTag(AppController::TagCompile);
+        h.controller.buttonPerform->setText(QStringLiteral("Stop"));
+        h.controller.outputField->setString(QString());
+        h.controller.runUnixTask(QStringLiteral("sleep 0.2"), QDir::homePath());
+        h.controller.selectItemWithTag(AppController::TagClone);
+        AlertSheet *prompt = waitForSheet();
+        QVERIFY(prompt);
+        QCOMPARE(prompt->text(), QStringLiteral("Ready to install modules"));
+        QCOMPARE(h.console(), QStringLiteral("\nDone.\n"));
+        answerSheet(prompt, 1001);
+        QCOMPARE(h.button(), QStringLiteral("Perform"));
+    }
+};
+
+ZELMOR_TEST_MAIN(WorkflowEndToEndTest)
+#include "tst_workflow_e2e.moc"

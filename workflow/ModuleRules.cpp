@@ -1,0 +1,99 @@
+#include "workflow/ModuleRules.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringDecoder>
+
+namespace {
+
+// Splits at every character of separators; each separator ends a token, so
+// neighbouring separators give empty tokens and a trailing one gives an empty
+// last token. Nothing is trimmed.
+QStringList splitAtAny(const QString &text, QStringView separators)
+{
+    QStringList tokens;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (separators.contains(text.at(i))) {
+            tokens.append(text.mid(start, i - start));
+            start = i + 1;
+        }
+    }
+    tokens.append(text.mid(start));
+    return tokens;
+}
+
+} // namespace
+
+QStringList moduleURLsFromGitmodules(const QString &text)
+{
+    const QStringList tokens = splitAtAny(text, u" \n");
+    // The last token is never looked at: an entry without a final line feed
+    // loses its URL.
+    const qsizetype limit = tokens.size() - 1;
+    QStringList urls;
+    if (limit < 8)
+        return urls;
+    for (qsizetype position = 7; position < limit; position += 8)
+        urls.append(tokens.at(position));
+    return urls;
+}
+
+QString moduleNameFromURL(const QString &url, bool *ok)
+{
+    const QStringList tokens = splitAtAny(url, u"./-");
+    const bool named = tokens.size() >= 2;
+    if (ok)
+        *ok = named;
+    return named ? tokens.at(tokens.size() - 2) : QString();
+}
+
+QString dateSuffix(const QDateTime &when)
+{
+    // QDateTime formats with the C locale's digits whatever the user's
+    // locale, which is what a folder name needs.
+    return when.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
+}
+
+bool pathExists(const QString &path)
+{
+    return !path.isEmpty() && QFileInfo::exists(path);
+}
+
+bool removeItem(const QString &path)
+{
+    const QFileInfo info(path);
+    if (info.isDir() && !info.isSymLink())
+        return QDir(path).removeRecursively();
+    return QFile::remove(path);
+}
+
+bool moveItem(const QString &from, const QString &to)
+{
+    // QFileInfo::exists follows links; a dangling link at the target is still
+    // something in the way.
+    if (pathExists(to) || QFileInfo(to).isSymLink())
+        return false;
+    return QDir().rename(from, to);
+}
+
+std::optional<QString> readUtf8File(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray bytes = file.readAll();
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = decoder.decode(bytes);
+    if (decoder.hasError())
+        return std::nullopt;
+    return text;
+}
+
+QString registeredConfigText(const std::optional<QString> &config,
+                             const std::optional<QString> &gitmodules)
+{
+    const QString missing = QStringLiteral("(null)");
+    return config.value_or(missing) + u'\n' + gitmodules.value_or(missing);
+}

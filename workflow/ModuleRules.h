@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+// Rules about submodules and workspace paths that several operations share.
+// Pure functions, so they can be checked without a window.
+
+// The module URLs of a .gitmodules text, taken by position: the text is split
+// at blanks and line feeds only, and every eighth token from position 7 on is
+// a URL, as long as it comes before the last token. This matches the layout
+// git writes (header line, tab-indented path and url lines); any other layout
+// yields whatever tokens stand at those positions.
+QStringList moduleURLsFromGitmodules(const QString &text);
+
+// The folder name a module is cloned into: the URL split at ".", "/" and "-",
+// last token but one ("…/emu-lang.git" gives "lang"). A URL of fewer than two
+// tokens has no name: ok is set to false and an empty string returned.
+QString moduleNameFromURL(const QString &url, bool *ok = nullptr);
+
+// "yyyy-MM-dd HH.mm.ss" in local time; appended with "." to a folder the
+// user keeps.
+QString dateSuffix(const QDateTime &when);
+
+// Whether any file-system item (file, folder, or the target of a link) is
+// reachable at path. Errors count as "no".
+bool pathExists(const QString &path);
+
+// File operations whose failures the operations ignore (the tool that runs
+// next reports what is wrong). Each returns whether it worked.
+//
+// Removes a file, a link (not its target) or a folder with its contents.
+bool removeItem(const QString &path);
+// Renames from to to; refuses when to exists.
+bool moveItem(const QString &from, const QString &to);
+
+// A file's text when it can be read and is valid UTF-8; nothing otherwise.
+std::optional<QString> readUtf8File(const QString &path);
+
+// The text that registers the modules: the pristine config, a line feed, the
+// .gitmodules text, nothing merged. A text that could not be read stands as
+// "(null)".
+QString registeredConfigText(const std::optional<QString> &config,
+                             const std::optional<QString> &gitmodules);
