@@ -1,19 +1,103 @@
 #include "workflow/AppController.h"
 
-// Placeholder: filled in by the work on this part of the controller.
+#include "app/Relaunch.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "workflow/ConsoleView.h"
+#include "workflow/ModuleRules.h"
+#include "workflow/TextFormat.h"
+
+#include <cstdio>
+
+// Operation 2: bring an existing checkout up to date. The check insists on a
+// git workspace and on every module being a checkout of its own under the
+// name the module rule derives, because "git submodule foreach" silently
+// passes over modules that are not there and the user would never learn that
+// they are stale.
 
 void AppController::UpdateCheck()
 {
+    SettingsStore &settings = SettingsStore::standard();
+    rootDirectory = settings.stringValue(SettingsKeys::Workspace);
+    logSwitch = settings.intValue(SettingsKeys::Log);
+
+    if (outputField)
+        outputField->setString(formatText(QStringLiteral("\n%@...\n"), {tr("Checking files")}));
+
+    initializeURL();
+    const bool rootFound = pathExists(rootDirectory);
+    const bool gitFound = pathExists(formatText(QStringLiteral("%@/.git"), {rootDirectory}));
+    moduleCount = moduleURL.size();
+
+    if (!rootFound || !gitFound) {
+        if (outputField) {
+            outputField->insertText(formatText(
+                QStringLiteral("%@\n%@: %@%@%@"),
+                {tr("Failure."), tr("Error"), rootDirectory, tr(" or .git in it not found!"),
+                 tr("Please re-download a complete copy of source codes.")}));
+        }
+        stopRequest = 0;
+        stopTask();
+        // No return: the module checks still run, so that one press of the
+        // button reports everything that is missing.
+    }
+
+    qint64 found = 0;
+    for (now = 0; now < moduleCount; ++now) {
+        bool named = false;
+        moduleName = moduleNameFromURL(moduleURL.at(now), &named);
+        if (!named) {
+            // A URL without a name ends the check where it stands; the
+            // operation is left as it is.
+            std::fprintf(stderr, "ZELMOR Helper: module URL '%s' has no module name\n",
+                         qPrintable(moduleURL.at(now)));
+            return;
+        }
+        if (pathExists(formatText(QStringLiteral("%@/%@/.git"), {rootDirectory, moduleName}))) {
+            ++found;
+            continue;
+        }
+        if (outputField) {
+            outputField->insertText(formatText(QStringLiteral("%@\n%@: %@/%@%@%@"),
+                                               {tr("Failure."), tr("Error"), rootDirectory,
+                                                moduleName, tr(" or .git in it not found!"),
+                                                tr("Please re-initialize it.")}));
+        }
+        stopRequest = 0;
+        stopTask();
+    }
+
+    if (found == moduleCount && rootFound && gitFound) {
+        now = 0;
+        if (outputField)
+            outputField->setString(
+                formatText(QStringLiteral("\n%@...\n"), {tr("Updating source codes")}));
+        startUpdate();
+    }
 }
 
 void AppController::startUpdate()
 {
+    now = 0;
+    if (outputField) {
+        outputField->insertText(
+            formatText(QStringLiteral("\n%@...\n"), {tr("Checking for update of ZELMOR master")}));
+    }
+    runUnixTask(QStringLiteral("git pull --progress"), rootDirectory);
 }
 
 void AppController::startUpdateModule()
 {
+    if (outputField) {
+        outputField->insertText(
+            formatText(QStringLiteral("\n%@...\n"), {tr("Checking for update of submodules")}));
+    }
+    runUnixTask(QStringLiteral("git submodule foreach git pull --progress"), rootDirectory);
 }
 
-void AppController::alertDidEndForRestart(int)
+// Kept for a sheet that offers a restart; the first button restarts.
+void AppController::alertDidEndForRestart(int returnCode)
 {
+    if (returnCode == 1000)
+        Relaunch::relaunchAfterDelay(2.0f);
 }
