@@ -1,0 +1,414 @@
+#include "settings/PrefsController.h"
+
+#include "ui_Preferences.h"
+
+#include "app/AlertSheet.h"
+#include "app/Bundle.h"
+#include "app/Popover.h"
+#include "app/Relaunch.h"
+#include "settings/LoginAgent.h"
+#include "settings/PathRules.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include <QFileDialog>
+#include <QLabel>
+#include <QMainWindow>
+#include <QProcess>
+#include <QTimer>
+#include <QUrl>
+
+namespace {
+
+PrefsController::FolderChooser &folderChooserHook()
+{
+    static PrefsController::FolderChooser hook;
+    return hook;
+}
+
+// The folder chooser of the preferences window: folders only, new folders
+// allowed, shown as a sheet. It answers with the folder it is showing, not
+// an entry highlighted inside it, so "choose the parent folder" works the
+// way the help text says.
+void openFolderPanel(QWidget *window, PrefsController::Chooser,
+                     std::function<void(std::optional<QString>)> done)
+{
+    auto *panel = new QFileDialog(window);
+    panel->setFileMode(QFileDialog::Directory);
+    panel->setOption(QFileDialog::ShowDirsOnly, true);
+    panel->setLabelText(QFileDialog::Accept, PrefsController::tr("Select"));
+    QObject::connect(panel, &QDialog::finished, panel, [panel, done](int result) {
+        panel->deleteLater();
+        if (result != QDialog::Accepted) {
+            done(std::nullopt);
+            return;
+        }
+        const QUrl shown = panel->directoryUrl();
+        if (!shown.isLocalFile() || shown.toLocalFile().isEmpty())
+            done(std::nullopt);
+        else
+            done(shown.toLocalFile());
+    });
+    panel->open();
+}
+
+Qt::CheckState checkStateOf(int value)
+{
+    return value == 0 ? Qt::Unchecked : Qt::Checked;
+}
+
+} // namespace
+
+PrefsController::PrefsController(QWidget *mainWindow, QObject *parent)
+    : QObject(parent), mainWindow(mainWindow), m_ui(new Ui::Preferences)
+{
+    // A child window of the main window, so closing the main window alone
+    // still ends the application.
+    prefsWindow = new QMainWindow(mainWindow, Qt::Window);
+    m_window = prefsWindow;
+    m_ui->setupUi(prefsWindow);
+
+    toolbarPaths = m_ui->toolbarPaths;
+    toolbarSwitch = m_ui->toolbarSwitch;
+    pathsView = m_ui->pathsView;
+    switchView = m_ui->switchView;
+    pathsWorkspace = m_ui->pathsWorkspace;
+    pathsOutput = m_ui->pathsOutput;
+    rootText = m_ui->rootText;
+    outputText = m_ui->outputText;
+    browserRootButton = m_ui->browserRootButton;
+    browserOutputButton = m_ui->browserOutputButton;
+    defaultToZELMORCheckbox = m_ui->defaultToZELMORCheckbox;
+    helpButton = m_ui->helpButton;
+    switchResetAll = m_ui->switchResetAll;
+    switchResetWarnings = m_ui->switchResetWarnings;
+    enableLogCheckBox = m_ui->enableLogCheckBox;
+    enableStartup = m_ui->enableStartup;
+    openquitWithHelperCheckBox = m_ui->openquitWithHelperCheckBox;
+    cautionText = m_ui->cautionText;
+
+    popover = m_ui->popover;
+    pathsPopMessage = m_ui->pathsPopMessage;
+
+    connect(toolbarPaths, &QAction::triggered, this, &PrefsController::pathViewButton);
+    connect(toolbarSwitch, &QAction::triggered, this, &PrefsController::switchViewButton);
+    connect(helpButton, &QPushButton::clicked, this, &PrefsController::askforHelp);
+    // User edits only: filling the fields in code must not persist a value
+    // that is still only a registered default.
+    connect(rootText, &QLineEdit::textEdited, this, [this] { controlTextDidChange(rootText); });
+    connect(outputText, &QLineEdit::textEdited, this, [this] { controlTextDidChange(outputText); });
+    connect(defaultToZELMORCheckbox, &QCheckBox::clicked, this,
+            &PrefsController::defaultToZELMORCheckBox);
+    connect(browserRootButton, &QPushButton::clicked, this, &PrefsController::browserRoot);
+    connect(browserOutputButton, &QPushButton::clicked, this, &PrefsController::browserOutput);
+    connect(enableLogCheckBox, &QCheckBox::clicked, this, &PrefsController::logCheckBox);
+    connect(openquitWithHelperCheckBox, &QCheckBox::clicked, this,
+            &PrefsController::openquitWithHelper);
+    connect(enableStartup, &QCheckBox::clicked, this, &PrefsController::enableStartupFunction);
+    connect(switchResetWarnings, &QPushButton::clicked, this, &PrefsController::resetWarnings);
+    connect(switchResetAll, &QPushButton::clicked, this, &PrefsController::resetAll);
+
+    awakeFromNib();
+    pathViewButton();
+}
+
+PrefsController::~PrefsController()
+{
+    delete m_window.data();
+    delete m_ui;
+}
+
+void PrefsController::awakeFromNib()
+{
+    prefsWindow->setWindowTitle(tr("Preferences"));
+
+    toolbarPaths->setText(tr("Paths"));
+    pathsWorkspace->setText(tr("Workspace"));
+    pathsOutput->setText(tr("Output"));
+    defaultToZELMORCheckbox->setText(
+        tr("Use 'ZELMOR' and 'Output' as default name of workspace and output folder"));
+    pathsPopMessage->setText(
+        tr("If you want to use 'ZELMOR' as the default name of workspace  and 'Output' as the "
+           "name of output folder, you just need to choose the parent folder of them. "
+           "Otherwise, you need to choose the complete path."));
+    browserRootButton->setText(tr("Select"));
+    browserOutputButton->setText(tr("Select"));
+    toolbarSwitch->setText(tr("Switches"));
+    switchResetAll->setText(tr("Reset All"));
+    switchResetWarnings->setText(tr("Reset Warnings"));
+    enableLogCheckBox->setText(tr("Enable Log"));
+    enableStartup->setText(tr("Enable ZELMOR Helper Statusbar App Statup at Login"));
+    openquitWithHelperCheckBox->setText(tr("Quit statusbar app with ZELMOR Helper"));
+
+    auto &store = SettingsStore::standard();
+    rootDirectory = store.stringValue(SettingsKeys::Workspace);
+    outputDirectory = store.stringValue(SettingsKeys::Output);
+    rootText->setText(rootDirectory);
+    outputText->setText(outputDirectory);
+
+    const int defaultName = store.intValue(SettingsKeys::DefaultNameZELMOR);
+    defaultToZELMORCheckbox->setCheckState(checkStateOf(defaultName));
+    enableLogCheckBox->setCheckState(checkStateOf(store.intValue(SettingsKeys::Log)));
+    if (defaultName == 1) {
+        rootText->setReadOnly(true);
+        outputText->setReadOnly(true);
+    }
+
+    openquitWithHelperCheckBox->setCheckState(
+        checkStateOf(store.intValue(SettingsKeys::QuitStatusbarApp)));
+
+    // The file itself is the state: one made by hand counts as well.
+    enableStartup->setCheckState(LoginAgent::isInstalled() ? Qt::Checked : Qt::Unchecked);
+}
+
+void PrefsController::showWindow()
+{
+    prefsWindow->show();
+    prefsWindow->raise();
+    prefsWindow->activateWindow();
+}
+
+void PrefsController::setFolderChooser(FolderChooser chooser)
+{
+    folderChooserHook() = std::move(chooser);
+}
+
+void PrefsController::askforHelp()
+{
+    popover->showRelativeToRect(helpButton->rect(), helpButton, Popover::MaxXEdge);
+}
+
+void PrefsController::pathViewButton()
+{
+    pathsView->show();
+    switchView->hide();
+}
+
+void PrefsController::switchViewButton()
+{
+    pathsView->hide();
+    switchView->show();
+}
+
+void PrefsController::controlTextDidChange(QLineEdit *field)
+{
+    if (field == rootText)
+        SettingsStore::standard().setObject(SettingsKeys::Workspace, rootText->text());
+    else if (field == outputText)
+        SettingsStore::standard().setObject(SettingsKeys::Output, outputText->text());
+}
+
+void PrefsController::defaultToZELMORCheckBox()
+{
+    auto &store = SettingsStore::standard();
+    const int state = defaultToZELMORCheckbox->checkState() == Qt::Checked ? 1 : 0;
+    store.setObject(SettingsKeys::DefaultNameZELMOR, state);
+    if (state != 1) {
+        outputText->setReadOnly(false);
+        rootText->setReadOnly(false);
+        return;
+    }
+    outputText->setReadOnly(true);
+    rootText->setReadOnly(true);
+
+    const QString root = rootText->text();
+    const QString output = outputText->text();
+    if (const auto workspace = PathRules::workspaceWithDefaultName(root)) {
+        rootText->setText(*workspace);
+        store.setObject(SettingsKeys::Workspace, rootText->text());
+    }
+    if (const auto out = PathRules::outputWithDefaultName(output)) {
+        outputText->setText(*out);
+        store.setObject(SettingsKeys::Output, outputText->text());
+    }
+}
+
+void PrefsController::browserRoot()
+{
+    openFolderChooser(Chooser::Workspace);
+}
+
+void PrefsController::browserOutput()
+{
+    openFolderChooser(Chooser::Output);
+}
+
+void PrefsController::openFolderChooser(Chooser which)
+{
+    // Read at the click: what counts is the switch as it was when the user
+    // asked for the chooser, not when the chooser ends.
+    const int defaultName = SettingsStore::standard().intValue(SettingsKeys::DefaultNameZELMOR);
+    QPointer<PrefsController> self(this);
+    auto done = [self, which, defaultName](const std::optional<QString> &folder) {
+        if (self)
+            self->folderChooserDidEnd(which, defaultName, folder);
+    };
+    if (folderChooserHook())
+        folderChooserHook()(prefsWindow, which, done);
+    else
+        openFolderPanel(prefsWindow, which, done);
+}
+
+void PrefsController::folderChooserDidEnd(Chooser which, int defaultName,
+                                          const std::optional<QString> &folder)
+{
+    if (!folder || folder->isEmpty())
+        return;
+    if (which == Chooser::Workspace) {
+        pathStr = PathRules::workspaceFromChosenFolder(*folder, defaultName);
+        SettingsStore::standard().setObject(SettingsKeys::Workspace, pathStr);
+        rootText->setText(pathStr);
+    } else {
+        pathStr = PathRules::outputFromChosenFolder(*folder, defaultName);
+        SettingsStore::standard().setObject(SettingsKeys::Output, pathStr);
+        outputText->setText(pathStr);
+    }
+}
+
+void PrefsController::logCheckBox()
+{
+    SettingsStore::standard().setObject(SettingsKeys::Log,
+                                        enableLogCheckBox->checkState() == Qt::Checked ? 1 : 0);
+}
+
+void PrefsController::openquitWithHelper()
+{
+    // A string, never a number: termination compares it with the string "1".
+    switch (openquitWithHelperCheckBox->checkState()) {
+    case Qt::Checked:
+        SettingsStore::standard().setObject(SettingsKeys::QuitStatusbarApp, QStringLiteral("1"));
+        break;
+    case Qt::Unchecked:
+        SettingsStore::standard().setObject(SettingsKeys::QuitStatusbarApp, QStringLiteral("0"));
+        break;
+    default:
+        break;
+    }
+}
+
+void PrefsController::enableStartupFunction()
+{
+    switch (enableStartup->checkState()) {
+    case Qt::Checked:
+        installStatusDaemon();
+        break;
+    case Qt::Unchecked:
+        unInstallStatusDaemon();
+        break;
+    default:
+        break;
+    }
+}
+
+void PrefsController::installStatusDaemon()
+{
+    LoginAgent::install();
+}
+
+void PrefsController::unInstallStatusDaemon()
+{
+    LoginAgent::uninstall();
+}
+
+void PrefsController::resetWarnings()
+{
+    // The string "1": the next start shows the first-launch sheet again and
+    // resets both paths, on purpose.
+    SettingsStore::standard().setObject(SettingsKeys::FirstLaunch, QStringLiteral("1"));
+}
+
+void PrefsController::resetAll()
+{
+    // The domain is removed from outside the process, by the same command a
+    // user would type; the effect is only promised after the restart.
+    // Not owned by the window: a restart right away must not kill the child
+    // on its way out.
+    auto *task = new QProcess;
+    task->setProgram(QStringLiteral("/bin/bash"));
+    task->setArguments({QStringLiteral("-c"),
+                        QStringLiteral("defaults delete ") + Bundle::mainBundleIdentifier()});
+    connect(task, &QProcess::readyReadStandardOutput, task,
+            [task] { task->readAllStandardOutput(); });
+    connect(task, &QProcess::readyReadStandardError, task,
+            [task] { task->readAllStandardError(); });
+    connect(task, &QProcess::finished, task, &QObject::deleteLater);
+    connect(task, &QProcess::errorOccurred, task, [task](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            task->deleteLater();
+    });
+    task->start();
+
+    rootText->setEnabled(false);
+    outputText->setEnabled(false);
+    browserOutputButton->setEnabled(false);
+    browserRootButton->setEnabled(false);
+    defaultToZELMORCheckbox->setEnabled(false);
+    enableLogCheckBox->setEnabled(false);
+    enableStartup->setEnabled(false);
+    openquitWithHelperCheckBox->setEnabled(false);
+
+    const QString caution = tr("* Please restart ZELMOR Helper to take effect(s).");
+    cautionText->setText(caution);
+    if (mainWindow)
+        mainWindow->setWindowTitle(caution);
+
+    settingChanged();
+}
+
+QString PrefsController::settingChangedText() const
+{
+    return QStringLiteral("%1\n%2\n \n%3...")
+        .arg(tr("ZELMOR Helper must restart to take effects of changes."),
+             tr("You can restart the application later through the menu bar item."),
+             tr("Count down %1 secs").arg(countdown));
+}
+
+void PrefsController::settingChanged()
+{
+    countdown = 10;
+    if (iAlert)
+        iAlert->deleteLater();
+    iAlert = new AlertSheet(prefsWindow);
+    iAlert->addButtonWithTitle(tr("Restart"));
+    iAlert->addButtonWithTitle(tr("Later"));
+    iAlert->setMessageText(tr("Notice"));
+    iAlert->setInformativeText(settingChangedText());
+    iAlert->beginSheet(prefsWindow, [this](int returnCode) {
+        alertDidEndForSettingChanged(returnCode);
+    });
+
+    if (!timer) {
+        timer = new QTimer(this);
+        timer->setInterval(1000);
+        // The user reads whole seconds; a coarse timer may run up to 5% fast.
+        timer->setTimerType(Qt::PreciseTimer);
+        connect(timer, &QTimer::timeout, this, &PrefsController::timeCountdownOfSettingChanged);
+    }
+    timer->start();
+}
+
+void PrefsController::timeCountdownOfSettingChanged()
+{
+    countdown -= 1;
+    if (iAlert)
+        iAlert->setInformativeText(settingChangedText());
+    if (countdown == 0) {
+        timer->stop();
+        if (iAlert)
+            iAlert->endSheet();
+        Relaunch::relaunchAfterDelay(2.0f);
+    }
+}
+
+void PrefsController::alertDidEndForSettingChanged(int returnCode)
+{
+    if (returnCode == AlertSheet::FirstButtonReturn) {
+        // The relaunch ends the process; the countdown needs no stopping.
+        Relaunch::relaunchAfterDelay(2.0f);
+        return;
+    }
+    if (timer)
+        timer->stop();
+    if (iAlert)
+        iAlert->orderOut();
+}

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+class AlertSheet;
+class Popover;
+class QAction;
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QMainWindow;
+class QProcess;
+class QPushButton;
+class QTimer;
+class QWidget;
+
+namespace Ui {
+class Preferences;
+}
+
+// Controller of the preferences window: the two paths, the switches, the
+// login agent of the status-bar companion and the two resets.
+//
+// The main window controller creates one instance on the first request and
+// keeps it; the window is built once, so it shows the settings as they were
+// when it was first opened. Outlets and state are public under the names the
+// rest of the application knows them by, so the tests reach them directly.
+class PrefsController : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Which field a folder chooser fills.
+    enum class Chooser { Workspace, Output };
+
+    // Shows a folder chooser as a sheet on `window` and calls `done` once,
+    // later, with the folder the chooser was showing when it ended with OK,
+    // or with nothing when it was cancelled.
+    using FolderChooser = std::function<void(QWidget *window, Chooser which,
+                                             std::function<void(std::optional<QString>)> done)>;
+
+    explicit PrefsController(QWidget *mainWindow, QObject *parent = nullptr);
+    ~PrefsController() override;
+
+    // Shows, raises and activates the one preferences window.
+    void showWindow();
+    QMainWindow *window() const { return prefsWindow; }
+
+    // Replaces the folder chooser for the rest of the process (tests answer
+    // it without a person); an empty function restores the real one.
+    static void setFolderChooser(FolderChooser chooser);
+
+    // --- Outlets ---------------------------------------------------------------
+    QMainWindow *prefsWindow = nullptr;   // parent of every sheet of this window
+    QWidget *mainWindow = nullptr;        // its title carries the restart note
+    QAction *toolbarPaths = nullptr;
+    QAction *toolbarSwitch = nullptr;
+    QWidget *pathsView = nullptr;
+    QWidget *switchView = nullptr;
+    QLabel *pathsWorkspace = nullptr;
+    QLabel *pathsOutput = nullptr;
+    QLineEdit *rootText = nullptr;
+    QLineEdit *outputText = nullptr;
+    QPushButton *browserRootButton = nullptr;
+    QPushButton *browserOutputButton = nullptr;
+    QCheckBox *defaultToZELMORCheckbox = nullptr;
+    QPushButton *helpButton = nullptr;
+    Popover *popover = nullptr;            // help on default names
+    QLabel *pathsPopMessage = nullptr;
+    QPushButton *switchResetAll = nullptr;
+    QPushButton *switchResetWarnings = nullptr;
+    QCheckBox *enableLogCheckBox = nullptr;
+    QCheckBox *enableStartup = nullptr;
+    QCheckBox *openquitWithHelperCheckBox = nullptr;
+    QLabel *cautionText = nullptr;
+
+    // --- State -------------------------------------------------------------------
+    QString rootDirectory;    // as read when the window loaded
+    QString outputDirectory;  // as read when the window loaded
+    QString pathStr;          // what the last folder chooser produced
+    QPointer<AlertSheet> iAlert;
+    QTimer *timer = nullptr;  // restart countdown
+    qint32 countdown = 10;
+
+    // --- Actions -------------------------------------------------------------------
+    void askforHelp();
+    void pathViewButton();
+    void switchViewButton();
+    void controlTextDidChange(QLineEdit *field);
+    void defaultToZELMORCheckBox();
+    void browserRoot();
+    void browserOutput();
+    void logCheckBox();
+    void openquitWithHelper();
+    void enableStartupFunction();
+    void resetWarnings();
+    void resetAll();
+
+    // --- Restart alert -------------------------------------------------------------
+    void settingChanged();
+    void timeCountdownOfSettingChanged();
+    void alertDidEndForSettingChanged(int returnCode);
+
+    // --- Login agent ---------------------------------------------------------------
+    void installStatusDaemon();
+    void unInstallStatusDaemon();
+
+private:
+    void awakeFromNib();
+    void openFolderChooser(Chooser which);
+    void folderChooserDidEnd(Chooser which, int defaultName, const std::optional<QString> &folder);
+    QString settingChangedText() const;
+
+    Ui::Preferences *m_ui = nullptr;
+    QPointer<QMainWindow> m_window;  // deleted with the main window, or here
+};
