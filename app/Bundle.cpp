@@ -140,7 +140,11 @@ void exposeHelpersOnPath()
     if (!QFileInfo(helpers).isDir())
         return;
     const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", QFile::encodeName(helpers) + (path.isEmpty() ? QByteArray() : ":" + path));
+    const QByteArray first = QFile::encodeName(helpers);
+    // A relaunched instance inherits the PATH this one set up.
+    if (path == first || path.startsWith(first + ':'))
+        return;
+    qputenv("PATH", first + (path.isEmpty() ? QByteArray() : ":" + path));
 #endif
 }
 

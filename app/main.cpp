@@ -1,15 +1,14 @@
-#include "app/Bundle.h"
-#include "app/MainWindow.h"
-#include "settings/SettingsStore.h"
+#include "app/ApplicationShell.h"
+#include "app/Translation.h"
 
 #include <QApplication>
 
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    SettingsStore::standard().registerApplicationDefaults(Bundle::mainBundlePath());
-    Bundle::exposeHelpersOnPath();
-    MainWindow window;
-    window.show();
+    QApplication::setApplicationName(QStringLiteral("ZELMOR Helper"));
+    installTranslator();
+    ApplicationShell shell;
+    shell.start();
     return app.exec();
 }

@@ -1,23 +1,53 @@
 #include "workflow/AppController.h"
 
-// Placeholder: filled in by the work on this part of the controller.
+#include "app/AboutController.h"
+#include "app/Bundle.h"
+#include "app/MainWindow.h"
+#include "app/Relaunch.h"
+#include "settings/PrefsController.h"
+
+namespace {
+// The application comes forward with its main window, whatever other
+// application was in front.
+void activateIgnoringOtherApps(MainWindow *window)
+{
+    if (!window)
+        return;
+    window->raise();
+    window->activateWindow();
+}
+} // namespace
 
 void AppController::showPrefs()
 {
+    activateIgnoringOtherApps(window);
+    if (!prefsController)
+        prefsController = new PrefsController(window, this);
+    prefsController->showWindow();
 }
 
 void AppController::restartAPP()
 {
+    Relaunch::relaunchAfterDelay(2.0f);
 }
 
 void AppController::startStatusApp()
 {
+    Bundle::launchApplication(QStringLiteral("%1/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app")
+                                  .arg(Bundle::mainBundlePath()));
 }
 
 void AppController::aboutApp()
 {
+    activateIgnoringOtherApps(window);
+    if (!aboutController)
+        aboutController = new AboutController(window, this);
+    aboutController->showWindow(this);
+    aboutController->timeToload();
 }
 
 void AppController::showInstallComponents()
 {
+    Bundle::launchApplication(
+        QStringLiteral("%1/Contents/Library/ZELMORInstallComponets.app").arg(Bundle::mainBundlePath()));
 }

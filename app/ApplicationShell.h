@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+
+#include <memory>
+
+class AppController;
+class CompanionStatusPublisher;
+class MainMenu;
+class MainWindow;
+class ZELMORHelperAppDelegate;
+
+// What the status-bar companion is told about the controller's state: the
+// running operation with its bar and speed while the button reads "Stop",
+// idle otherwise.
+QByteArray companionStatusLine(const AppController &controller);
+
+// The running application: the main window with its controller, menus and
+// delegate, in the order the application starts them.
+class ApplicationShell : public QObject
+{
+    Q_OBJECT
+
+public:
+    ApplicationShell();
+    ~ApplicationShell() override;
+
+    // Defaults, main window, titles, first-launch sheets; termination is
+    // hooked to the application's end. Call once, with the application
+    // object made.
+    void start();
+
+    MainWindow *window() const { return m_window.get(); }
+    AppController *controller() const { return m_controller; }
+    ZELMORHelperAppDelegate *delegate() const { return m_delegate; }
+    MainMenu *menu() const { return m_menu; }
+
+private:
+    std::unique_ptr<MainWindow> m_window;
+    AppController *m_controller = nullptr;
+    ZELMORHelperAppDelegate *m_delegate = nullptr;
+    MainMenu *m_menu = nullptr;
+    CompanionStatusPublisher *m_publisher = nullptr;
+};

@@ -1,0 +1,781 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name>About</name>
+    <message>
+        <source>About ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fetches, updates and compiles the source codes of ZELMOR on your own machine.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Made by the ZELMOR Helper developers</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Thank you for using ZELMOR Helper!</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>AboutController</name>
+    <message>
+        <source>Version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>AppController</name>
+    <message>
+        <source>Stop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Get a complete copy of source codes of ZELLMOR from GitHub</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Get module initialized</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update source codes and submodules</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compile ZELMOR</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Perform</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Task terminated by user.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All done.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ready to install modules</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Main source codes are ready. Do you want to get modules initialized right now?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Count down %d secs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checking files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&apos;asssets&apos; not found in %@/Android.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please re-download a complete copy of source codes.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>.git not found in %@.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compiling</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Build in</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Moving files to output folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%@ already exists. It may be source codes.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Folder will add current date as extension if you choose to keep it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>How to deal with it?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Downloading source codes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Registering modules</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checking modules</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Failure.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> or .git in it not found!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> gives no module name!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> It is skipped.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Module Exists</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Found submodule</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Skip</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Getting module</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Skip module</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Main source codes are ready. Do you want to get essential modules initialized right now?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ready to start initializing modules. Please wait...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please re-initialize it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Updating source codes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checking for update of ZELMOR master</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checking for update of submodules</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ComponentChecks</name>
+    <message>
+        <source>Homebrew</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Git</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>CMake</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>C compiler</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>C++ compiler</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>SDL 2 development files</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ConsoleFindBar</name>
+    <message>
+        <source>Find</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Installer</name>
+    <message>
+        <source>Install Components</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper uses these tools to download and compile ZELMOR.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Component</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Check Again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>InstallerWindow</name>
+    <message>
+        <source>Checking…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Found</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Found, version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not at %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Everything ZELMOR Helper needs is installed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>To install what is missing, run this in a terminal, then click Check Again:</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Perform</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ZELMOR</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>About ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Re-launch ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Launch ZELMOR Helper Statusbar App</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install Essentials</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+,</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hide ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+H</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hide Others</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+Alt+H</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show All</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Quit ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+C</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+A</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+G</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+G</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use Selection for Find</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+E</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Jump to Selection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+J</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+M</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bring All to Front</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PrefsController</name>
+    <message>
+        <source>Select</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Paths</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use &apos;ZELMOR&apos; and &apos;Output&apos; as default name of workspace and output folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>If you want to use &apos;ZELMOR&apos; as the default name of workspace  and &apos;Output&apos; as the name of output folder, you just need to choose the parent folder of them. Otherwise, you need to choose the complete path.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Switches</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reset All</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reset Warnings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enable Log</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enable ZELMOR Helper Statusbar App Statup at Login</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Quit statusbar app with ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>* Please restart ZELMOR Helper to take effect(s).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper must restart to take effects of changes.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You can restart the application later through the menu bar item.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Count down %1 secs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Notice</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>StatusbarCompanion</name>
+    <message>
+        <source>Open ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper Statusbar App is running.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 — %2%</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ZELMORHelperAppDelegate</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>About ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Re-launch ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Launch ZELMOR Helper Statusbar App</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install Essentials</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hide ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hide Others</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show All</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Quit ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use Selection for Find</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Jump to Selection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bring All to Front</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Welcome</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You need to install Xcode(larger in file size but recommend) or command line tool(needless for Xcode), homebrew, cmake, sdl.
+ 
+(cmake and sdl can be installed through homebrew)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Don&apos;t know how to install? Click here to try wizard.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Initialization</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please set where to store source codes of ZELMOR and where to output compiled ZELMOR.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>firstLaunch</name>
+    <message>
+        <source>Welcome</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try Wizard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>wizard</name>
+    <message>
+        <source>Initialization</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The workspace keeps the source codes of ZELMOR; it is also where ZELMOR is compiled. The output folder receives the compiled ZELMOR and its assets. A folder named ZELMOR is created in the folder you select, and the output goes into its Output folder.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,492 @@
+#include "TestSupport.h"
+
+#include "app/ApplicationShell.h"
+#include "app/Bundle.h"
+#include "app/CompanionChannel.h"
+#include "app/MainMenu.h"
+#include "app/MainWindow.h"
+#include "app/Popover.h"
+#include "app/Relaunch.h"
+#include "app/ZELMORHelperAppDelegate.h"
+#include "settings/PrefsController.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "ui_MainWindow.h"
+#include "workflow/AppController.h"
+#include "workflow/ProgressBar.h"
+
+#include <QComboBox>
+#include <QMainWindow>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QToolButton>
+#include <QTranslator>
+
+using namespace TestSupport;
+
+namespace {
+
+SettingsStore &store()
+{
+    return SettingsStore::standard();
+}
+
+// A bundle whose program appends its name to a marker file.
+void writeScriptBundle(const QString &bundle, const QString &identifier, const QString &marker)
+{
+    writeFile(bundle + "/Contents/Info.plist",
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n"
+              "\t<key>CFBundleIdentifier</key>\n\t<string>"
+                  + identifier.toUtf8()
+                  + "</string>\n\t<key>CFBundleExecutable</key>\n\t<string>probe</string>\n"
+                    "</dict>\n</plist>\n");
+    const QString program = bundle + "/Contents/MacOS/probe";
+    writeFile(program, "#!/bin/sh\necho started >> '" + marker.toUtf8() + "'\n");
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+// Stands in for a language: every text it knows comes back in brackets.
+class BracketTranslator : public QTranslator
+{
+public:
+    QString translate(const char *, const char *sourceText, const char *, int) const override
+    {
+        return QStringLiteral("[%1]").arg(QString::fromUtf8(sourceText));
+    }
+    bool isEmpty() const override { return false; }
+};
+
+// Records the settings at the moment the first-launch sheet appears.
+class SheetWatcher : public QObject
+{
+public:
+    QString workspace, output;
+    int shows = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show && watched->objectName() == "firstLaunch") {
+            ++shows;
+            workspace = store().stringValue(SettingsKeys::Workspace);
+            output = store().stringValue(SettingsKeys::Output);
+        }
+        return false;
+    }
+};
+
+} // namespace
+
+// Start-up, first launch and wizard, menus and termination of the
+// application, through the shell the program's main() starts.
+class TestAppShell : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        m_bundle = m_dir.path() + "/Fake Helper.app";
+        m_statusbarMarker = m_dir.path() + "/statusbar started";
+        m_installerMarker = m_dir.path() + "/installer started";
+        m_statusbarId = QString("org.zelmor.test%1.StatusbarApp").arg(QCoreApplication::applicationPid());
+        writeScriptBundle(m_bundle + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app",
+                          m_statusbarId, m_statusbarMarker);
+        writeScriptBundle(m_bundle + "/Contents/Library/ZELMORInstallComponets.app",
+                          "org.zelmor.test.Installer", m_installerMarker);
+        Bundle::setMainBundlePath(m_bundle);
+
+        ZELMORHelperAppDelegate::setFolderChooser(
+            [this](QWidget *parent, const QString &prompt, std::function<void(const QString &)> done) {
+                m_chooserParent = parent;
+                m_chooserPrompt = prompt;
+                done(m_answers.isEmpty() ? QString() : m_answers.takeFirst());
+            });
+        Relaunch::setHandler([this](float delay) { m_relaunches.append(delay); });
+    }
+
+    void init()
+    {
+        for (const QString &key : {SettingsKeys::QuitStatusbarApp, SettingsKeys::DefaultNameZELMOR,
+                                   SettingsKeys::Log, SettingsKeys::Initialization,
+                                   SettingsKeys::FirstLaunch, SettingsKeys::Workspace,
+                                   SettingsKeys::Output, SettingsKeys::AppLocation})
+            store().removeObject(key);
+        QFile::remove(m_statusbarMarker);
+        QFile::remove(m_installerMarker);
+        m_answers.clear();
+        m_relaunches.clear();
+    }
+
+    void cleanup() { m_shell.reset(); }
+
+    void firstLaunchResetsBothPathsBeforeTheSheet()
+    {
+        store().setObject(SettingsKeys::Workspace, "/home/me/src");
+        store().setObject(SettingsKeys::Output, "/home/me/out");
+        SheetWatcher watcher;
+        qApp->installEventFilter(&watcher);
+        start();
+        qApp->removeEventFilter(&watcher);
+
+        QCOMPARE(watcher.shows, 1);
+        QCOMPARE(watcher.workspace, QString("/Developer/ZELMOR"));
+        QCOMPARE(watcher.output, QString("/Developer/ZELMOR/Output"));
+        QCOMPARE(store().stringValue(SettingsKeys::AppLocation), m_bundle);
+        QCOMPARE(store().intValue(SettingsKeys::FirstLaunch), 1);
+
+        ZELMORHelperAppDelegate *d = delegate();
+        QVERIFY(d->firstLaunchWindow && d->firstLaunchWindow->isVisible());
+        QCOMPARE(d->firstLaunchWindow->windowModality(), Qt::WindowModal);
+        QCOMPARE(d->firstLaunchWindow->parentWidget(), m_shell->window());
+        QCOMPARE(d->firstTitle->text(), QString("Welcome"));
+        QCOMPARE(d->firstMessage->text(),
+                 QString("You need to install Xcode(larger in file size but recommend) or command "
+                         "line tool(needless for Xcode), homebrew, cmake, sdl.\n \n(cmake and sdl "
+                         "can be installed through homebrew)"));
+        QCOMPARE(d->firstPopMessage->text(),
+                 QString("Don't know how to install? Click here to try wizard."));
+
+        // The hint opens with the sheet, above the button it points at.
+        QVERIFY(d->tryWizardPopover->isShown());
+        QCOMPARE(d->tryWizardPopover->positioningView(), d->tryWizardButton.data());
+        QCOMPARE(d->tryWizardPopover->edge(), Popover::MaxYEdge);
+        QVERIFY(d->tryWizardPopover->geometry().bottom()
+                < d->tryWizardButton->mapToGlobal(QPoint(0, 0)).y());
+    }
+
+    // Quitting with the first sheet open starts the sequence over.
+    void firstLaunchIsClearedOnlyByItsOK()
+    {
+        start();
+        m_shell.reset();
+        store().setObject(SettingsKeys::Workspace, "/home/me/src");
+        start();
+        QVERIFY(delegate()->firstLaunchWindow);
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), QString("/Developer/ZELMOR"));
+
+        QTest::mouseClick(delegate()->firstOKButton, Qt::LeftButton);
+        const QVariant cleared = store().objectForKey(SettingsKeys::FirstLaunch);
+        QVERIFY(cleared.typeId() != QMetaType::QString); // a number, not the text "0"
+        QCOMPARE(cleared.toInt(), 0);
+        QVERIFY(!delegate()->firstLaunchWindow);
+        QVERIFY(delegate()->wizardWindow && delegate()->wizardWindow->isVisible());
+        QCOMPARE(delegate()->wizardWindow->windowModality(), Qt::WindowModal);
+        QCOMPARE(delegate()->wizardTitle->text(), QString("Initialization"));
+        QCOMPARE(delegate()->wizardBrowseOutputButton->text(), QString("Select"));
+        QCOMPARE(store().intValue(SettingsKeys::Initialization), 1);
+    }
+
+    void wizardStoresTheChosenFolders_data()
+    {
+        QTest::addColumn<QStringList>("answers"); // workspace choice, output choice
+        QTest::addColumn<QString>("workspace");
+        QTest::addColumn<QString>("output");
+        QTest::addColumn<QString>("workspaceField");
+        QTest::addColumn<QString>("outputField");
+        QTest::newRow("same parent") << QStringList{"/tmp/P", "/tmp/P"} << "/tmp/P/ZELMOR"
+                                     << "/tmp/P/ZELMOR/Output" << "/tmp/P/ZELMOR"
+                                     << "/tmp/P/ZELMOR/Output";
+        QTest::newRow("blanks") << QStringList{"/my src", "/c"} << "/my src/ZELMOR"
+                                << "/c/ZELMOR/Output" << "/my src/ZELMOR" << "/c/ZELMOR/Output";
+        QTest::newRow("root, unnormalised")
+            << QStringList{"/", "/"} << "//ZELMOR" << "//ZELMOR/Output" << "//ZELMOR"
+            << "//ZELMOR/Output";
+        QTest::newRow("both cancelled") << QStringList{"", ""} << "/Developer/ZELMOR"
+                                        << "/Developer/ZELMOR/Output" << "" << "";
+    }
+    void wizardStoresTheChosenFolders()
+    {
+        QFETCH(QStringList, answers);
+        QFETCH(QString, workspace);
+        QFETCH(QString, output);
+        QFETCH(QString, workspaceField);
+        QFETCH(QString, outputField);
+        openWizard();
+        ZELMORHelperAppDelegate *d = delegate();
+
+        m_answers = answers;
+        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
+        QCOMPARE(m_chooserParent, d->wizardWindow.data());
+        QCOMPARE(m_chooserPrompt, QString("Select"));
+        QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
+
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), workspace);
+        QCOMPARE(store().stringValue(SettingsKeys::Output), output);
+        QCOMPARE(d->iniWorkSpaceText->text(), workspaceField);
+        QCOMPARE(d->iniOutputText->text(), outputField);
+
+        QTest::mouseClick(d->wizardOKButton, Qt::LeftButton);
+        QCOMPARE(store().intValue(SettingsKeys::Initialization), 0);
+        QVERIFY(!d->wizardWindow);
+    }
+
+    void cancellingASecondChoiceKeepsTheFirst()
+    {
+        openWizard();
+        ZELMORHelperAppDelegate *d = delegate();
+        m_answers = {"/first", ""};
+        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
+        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), QString("/first/ZELMOR"));
+        QCOMPARE(d->iniWorkSpaceText->text(), QString("/first/ZELMOR"));
+        QVERIFY(d->inipathStr.isEmpty());
+    }
+
+    void helpPopoverOpensLeftOfItsButton()
+    {
+        openWizard();
+        auto *help = delegate()->wizardWindow->findChild<QToolButton *>("wizardHelpButton");
+        QVERIFY(help);
+        QTest::mouseClick(help, Qt::LeftButton);
+        Popover *popover = delegate()->iniPopover;
+        QVERIFY(popover->isShown());
+        QCOMPARE(popover->edge(), Popover::MinXEdge);
+        QCOMPARE(popover->positioningView(), help);
+        QVERIFY(!popover->geometry().intersects(QRect(help->mapToGlobal(QPoint(0, 0)), help->size())));
+        QVERIFY(!delegate()->wizardPopMessage->text().isEmpty());
+    }
+
+    // "Reset Warnings" stores the text "1": the whole sequence, path reset
+    // included, comes back at the next start; "First Launch" 0 writes nothing
+    // but "App Location".
+    void resetWarningsBringsTheSequenceBack()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, 0);
+        store().setObject(SettingsKeys::Workspace, "/home/me/src");
+        start();
+        QVERIFY(!delegate()->firstLaunchWindow);
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), QString("/home/me/src"));
+        QVERIFY(!store().persisted().value(SettingsKeys::Output).isValid());
+        QCOMPARE(store().stringValue(SettingsKeys::AppLocation), m_bundle);
+        m_shell.reset();
+
+        store().setObject(SettingsKeys::FirstLaunch, QStringLiteral("1"));
+        start();
+        QVERIFY(delegate()->firstLaunchWindow && delegate()->firstLaunchWindow->isVisible());
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), QString("/Developer/ZELMOR"));
+    }
+
+    void companionsAreLaunchedFromTheirBundles()
+    {
+        start(); // every start launches the status-bar companion
+        QTRY_VERIFY(QFile::exists(m_statusbarMarker));
+        QTest::mouseClick(delegate()->tryWizardButton, Qt::LeftButton);
+        QTRY_VERIFY(QFile::exists(m_installerMarker));
+        QVERIFY(delegate()->firstLaunchWindow->isVisible()); // the sheet stays
+
+        QFile::remove(m_statusbarMarker);
+        QFile::remove(m_installerMarker);
+        ui()->menuLaunchStatus->trigger();
+        ui()->menuInstallCompo->trigger();
+        QTRY_VERIFY(QFile::exists(m_statusbarMarker));
+        QTRY_VERIFY(QFile::exists(m_installerMarker));
+    }
+
+    void menusAreTitledInOrder()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, 0);
+        start();
+        QCOMPARE(m_shell->window()->windowTitle(), QString("ZELMOR Helper"));
+        auto titles = [](QMenu *menu) {
+            QStringList list;
+            for (QAction *a : menu->actions())
+                if (!a->isSeparator())
+                    list << a->text();
+            return list;
+        };
+        QCOMPARE(ui()->menuAppName->title(), QString("ZELMOR Helper"));
+        QCOMPARE(titles(ui()->menuAppName),
+                 (QStringList{"About ZELMOR Helper", "Re-launch ZELMOR Helper",
+                              "Launch ZELMOR Helper Statusbar App", "Install Essentials",
+                              "Preferences...", "Hide ZELMOR Helper", "Hide Others", "Show All",
+                              "Quit ZELMOR Helper"}));
+        QCOMPARE(titles(ui()->menuEdit), (QStringList{"Copy", "Select All", "Find"}));
+        QCOMPARE(titles(ui()->menuFindDir),
+                 (QStringList{"Find...", "Find Next", "Find Previous", "Use Selection for Find",
+                              "Jump to Selection"}));
+        QCOMPARE(titles(ui()->menuWindow), (QStringList{"Minimize", "Zoom", "Bring All to Front"}));
+        for (QAction *a : {ui()->menuQuit, ui()->menuCopy, ui()->menuFind, ui()->menuFindNext})
+            QVERIFY2(!a->shortcut().isEmpty(), qPrintable(a->text()));
+    }
+
+    void titlesComeFromTheStringTable()
+    {
+        QVERIFY(QTranslator().load(":/i18n/zelmorhelper_en.qm")); // the table ships
+        BracketTranslator language;
+        QCoreApplication::installTranslator(&language);
+        start();
+        QCoreApplication::removeTranslator(&language);
+        QCOMPARE(ui()->menuAbout->text(), QString("[About ZELMOR Helper]"));
+        QCOMPARE(ui()->menuAppName->title(), QString("[ZELMOR Helper]"));
+        QCOMPARE(delegate()->firstTitle->text(), QString("[Welcome]"));
+        QCOMPARE(m_shell->window()->windowTitle(), QString("[ZELMOR Helper]"));
+    }
+
+    void menuItemsReachTheirActions()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, 0);
+        start();
+        AppController *c = m_shell->controller();
+
+        ui()->menuRelaunchHelper->trigger();
+        QCOMPARE(m_relaunches, QList<float>{2.0f});
+
+        ui()->menuAbout->trigger();
+        QVERIFY(c->aboutController);
+        ui()->menuPrefs->trigger();
+        PrefsController *prefs = c->prefsController;
+        QVERIFY(prefs && prefs->window()->isVisible());
+        ui()->menuPrefs->trigger();
+        QCOMPARE(c->prefsController, prefs); // the same window again
+    }
+
+    void windowMenuActsOnTheWindow()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, 0);
+        start();
+        QMainWindow *w = m_shell->window();
+        ui()->menuZoom->trigger();
+        QTRY_VERIFY(w->isMaximized());
+        ui()->menuZoom->trigger();
+        QTRY_VERIFY(!w->isMaximized());
+        ui()->menuMini->trigger();
+        QTRY_VERIFY(w->isMinimized());
+        ui()->menuShowAll->trigger();
+        QVERIFY(w->isMinimized()); // only what Hide hid comes back
+
+        w->showNormal();
+        ui()->menuHideHelper->trigger();
+        QTRY_VERIFY(w->isMinimized());
+        ui()->menuShowAll->trigger();
+        QTRY_VERIFY(!w->isMinimized());
+        QVERIFY(w->isVisible());
+    }
+
+    void quitSwitch_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("text 1") << QVariant(QStringLiteral("1")) << int(CompanionQuit::Asked);
+        QTest::newRow("number 1") << QVariant(1) << int(CompanionQuit::NotAsked);
+        QTest::newRow("text 0") << QVariant(QStringLiteral("0")) << int(CompanionQuit::NotAsked);
+        QTest::newRow("registered default") << QVariant() << int(CompanionQuit::NotAsked);
+    }
+    void quitSwitch()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(int, expected);
+        store().setObject(SettingsKeys::FirstLaunch, 0);
+        start();
+        if (value.isValid())
+            store().setObject(SettingsKeys::QuitStatusbarApp, value);
+        // The identifier comes from the companion's own Info.plist.
+        QCOMPARE(statusbarAppIdentifier(), m_statusbarId);
+        CompanionChannelServer companion(m_statusbarId);
+        QVERIFY(companion.listen());
+        QSignalSpy quit(&companion, &CompanionChannelServer::quitRequested);
+
+        QCOMPARE(int(quitStatusbarAppIfAsked(m_statusbarId)), expected);
+        if (expected == int(CompanionQuit::Asked))
+            QVERIFY(quit.wait(5000));
+
+        quit.clear();
+        delegate()->applicationWillTerminate();
+        if (expected == int(CompanionQuit::Asked))
+            QVERIFY(quit.wait(5000));
+        else
+            QVERIFY(!quit.wait(300));
+    }
+
+    // Nothing listens: the failure is reported and termination goes on.
+    void quitWithoutARunningCompanion()
+    {
+        store().setObject(SettingsKeys::QuitStatusbarApp, QStringLiteral("1"));
+        QCOMPARE(quitStatusbarAppIfAsked("org.zelmor.test.Nobody"), CompanionQuit::NotRunning);
+    }
+
+    void companionIsToldTheProgress()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, 0);
+        start();
+        AppController *c = m_shell->controller();
+        CompanionChannelServer companion(m_statusbarId);
+        QVERIFY(companion.listen());
+        QSignalSpy status(&companion, &CompanionChannelServer::statusReceived);
+        QSignalSpy idle(&companion, &CompanionChannelServer::idleReceived);
+
+        QCOMPARE(companionStatusLine(*c), CompanionChannel::idleMessage());
+        c->buttonPerform->setText(AppController::tr("Stop"));
+        c->popupSelection->setCurrentIndex(3);
+        c->progressbar->setIndeterminate(true);
+        const QString operation = c->popupSelection->currentText();
+        QCOMPARE(companionStatusLine(*c),
+                 CompanionChannel::statusMessage(operation, 0, 0, c->showSpeed->text()));
+        c->progressbar->setIndeterminate(false);
+        c->progressbar->setMaxValue(200);
+        c->progressbar->setDoubleValue(50);
+        c->showSpeed->setText("1.5 MiB/s");
+        QCOMPARE(companionStatusLine(*c),
+                 CompanionChannel::statusMessage(operation, 50, 200, "1.5 MiB/s"));
+
+        emit c->progressChanged();
+        QVERIFY(status.wait(5000));
+        const auto received = status.first().first().value<CompanionChannel::Status>();
+        QCOMPARE(received.operation, operation);
+        QCOMPARE(received.maximum, 200);
+        c->buttonPerform->setText(AppController::tr("Perform"));
+        emit c->progressChanged();
+        QVERIFY(idle.wait(5000));
+    }
+
+    // Last, since it runs the application to its end: closing the main
+    // window ends it, and the end asks the companion to quit.
+    void closingTheMainWindowEndsTheApplication()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, 0);
+        store().setObject(SettingsKeys::QuitStatusbarApp, QStringLiteral("1"));
+        start();
+        CompanionChannelServer companion(m_statusbarId);
+        QVERIFY(companion.listen());
+        QSignalSpy quit(&companion, &CompanionChannelServer::quitRequested);
+
+        QTimer guard;
+        guard.setSingleShot(true);
+        connect(&guard, &QTimer::timeout, qApp, [] { QCoreApplication::exit(1); });
+        guard.start(20000);
+        QTimer::singleShot(0, m_shell->window(), &QWidget::close);
+        QCOMPARE(QApplication::exec(), 0);
+        guard.stop();
+        QVERIFY(quit.count() == 1 || quit.wait(5000));
+    }
+
+private:
+    void start()
+    {
+        m_shell = std::make_unique<ApplicationShell>();
+        m_shell->start();
+    }
+    void openWizard()
+    {
+        start();
+        QTest::mouseClick(delegate()->firstOKButton, Qt::LeftButton);
+        QVERIFY(delegate()->wizardWindow);
+    }
+    ZELMORHelperAppDelegate *delegate() const { return m_shell->delegate(); }
+    Ui::MainWindow *ui() const { return m_shell->window()->ui(); }
+
+    QTemporaryDir m_dir;
+    QString m_bundle;
+    QString m_statusbarMarker;
+    QString m_installerMarker;
+    QString m_statusbarId;
+    std::unique_ptr<ApplicationShell> m_shell;
+    QStringList m_answers;
+    QWidget *m_chooserParent = nullptr;
+    QString m_chooserPrompt;
+    QList<float> m_relaunches;
+};
+
+ZELMOR_TEST_MAIN(TestAppShell)
+#include "tst_appshell.moc"

@@ -1,0 +1,136 @@
+#include "TestSupport.h"
+
+#include "app/Bundle.h"
+#include "app/Relaunch.h"
+
+#include <QProcess>
+#include <QTimer>
+
+#include <cstdlib>
+
+using namespace TestSupport;
+
+namespace {
+
+constexpr int CallerEndedByQuit = 42;
+
+// Started with ZELMOR_RELAUNCH_PROBE_BUNDLE set, this program is the caller
+// of a real relaunch: it asks for one, and must end by the application's own
+// termination (then exiting with CallerEndedByQuit).
+const bool probeCaller = [] {
+    const QByteArray bundle = qgetenv("ZELMOR_RELAUNCH_PROBE_BUNDLE");
+    if (bundle.isEmpty())
+        return false;
+    int argc = 1;
+    char name[] = "relaunch-caller";
+    char *argv[] = {name, nullptr};
+    QCoreApplication app(argc, argv);
+    Bundle::setMainBundlePath(QString::fromLocal8Bit(bundle));
+    QTimer::singleShot(0, &app, [] { Relaunch::relaunchAfterDelay(2.0f); });
+    const int rc = app.exec();
+    std::exit(rc == 0 ? CallerEndedByQuit : rc);
+}();
+
+// A bundle whose program is a shell script.
+void writeScriptBundle(const QString &bundle, const QString &identifier, const QByteArray &script)
+{
+    writeFile(bundle + "/Contents/Info.plist",
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n"
+              "\t<key>CFBundleIdentifier</key>\n\t<string>"
+                  + identifier.toUtf8()
+                  + "</string>\n\t<key>CFBundleExecutable</key>\n\t<string>probe</string>\n"
+                    "</dict>\n</plist>\n");
+    const QString program = bundle + "/Contents/MacOS/probe";
+    writeFile(program, "#!/bin/sh\n" + script);
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+} // namespace
+
+class TestRelaunch : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(!probeCaller);
+        QVERIFY(m_dir.isValid());
+        m_bundle = m_dir.path() + "/with blanks/Relaunch Probe.app";
+        m_marker = m_dir.path() + "/came back";
+        writeScriptBundle(m_bundle, "org.zelmor.test.RelaunchProbe",
+                          "echo back >> '" + m_marker.toUtf8() + "'\n");
+    }
+
+    // The shell line: "%f" of the delay, and the path in double quotes so
+    // blanks survive.
+    void commandText_data()
+    {
+        QTest::addColumn<float>("delay");
+        QTest::addColumn<QString>("bundle");
+        QTest::addColumn<QString>("expected");
+#ifdef Q_OS_MACOS
+        QTest::newRow("2.0") << 2.0f << "/Applications/B.app"
+                             << R"(sleep 2.000000; open "/Applications/B.app")";
+        QTest::newRow("0.5") << 0.5f << "/Applications/B.app"
+                             << R"(sleep 0.500000; open "/Applications/B.app")";
+        QTest::newRow("blanks") << 2.0f << m_bundle
+                                << QString(R"(sleep 2.000000; open "%1")").arg(m_bundle);
+#else
+        const QString program = m_bundle + "/Contents/MacOS/probe";
+        QTest::newRow("2.0, blanks") << 2.0f << m_bundle
+                                     << QString(R"(sleep 2.000000; exec "%1")").arg(program);
+        QTest::newRow("0.5") << 0.5f << m_bundle
+                             << QString(R"(sleep 0.500000; exec "%1")").arg(program);
+        // Not started from a bundle: the running program comes back.
+        QTest::newRow("no bundle")
+            << 2.0f << m_dir.path()
+            << QString(R"(sleep 2.000000; exec "%1")").arg(QCoreApplication::applicationFilePath());
+#endif
+    }
+    void commandText()
+    {
+        QFETCH(float, delay);
+        QFETCH(QString, bundle);
+        QFETCH(QString, expected);
+        QCOMPARE(Relaunch::command(delay, bundle), expected);
+    }
+
+    void handlerReplacesTheRealRelaunch()
+    {
+        QList<float> asked;
+        Relaunch::setHandler([&](float delay) { asked.append(delay); });
+        Relaunch::relaunchAfterDelay(2.0f);
+        Relaunch::setHandler({});
+        QCOMPARE(asked, QList<float>{2.0f});
+    }
+
+    // A caller in a bundle with blanks in its path asks for a relaunch: it
+    // terminates at once, and its bundle's program starts after the delay.
+    void realRelaunchComesBackAfterTheCallerEnded()
+    {
+        QFile::remove(m_marker);
+        QProcess caller;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert("ZELMOR_RELAUNCH_PROBE_BUNDLE", m_bundle);
+        caller.setProcessEnvironment(env);
+        // The detached shell inherits the caller's streams; forwarding them
+        // keeps it from holding pipes this test would wait on.
+        caller.setProcessChannelMode(QProcess::ForwardedChannels);
+        caller.start(QCoreApplication::applicationFilePath(), {});
+        QVERIFY(caller.waitForFinished(30000));
+        QCOMPARE(caller.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(caller.exitCode(), CallerEndedByQuit);
+        QVERIFY2(!QFile::exists(m_marker), "the program came back before the caller ended");
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_marker), 30000);
+        QCOMPARE(readFile(m_marker), QByteArray("back\n"));
+    }
+
+private:
+    QTemporaryDir m_dir;
+    QString m_bundle;
+    QString m_marker;
+};
+
+ZELMOR_TEST_MAIN(TestRelaunch)
+#include "tst_relaunch.moc"
