@@ -32,18 +32,10 @@ SettingsStore &store()
     return SettingsStore::standard();
 }
 
-// A bundle whose program appends its name to a marker file.
+// A bundle whose program appends a line to a marker file.
 void writeScriptBundle(const QString &bundle, const QString &identifier, const QString &marker)
 {
-    writeFile(bundle + "/Contents/Info.plist",
-              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n"
-              "\t<key>CFBundleIdentifier</key>\n\t<string>"
-                  + identifier.toUtf8()
-                  + "</string>\n\t<key>CFBundleExecutable</key>\n\t<string>probe</string>\n"
-                    "</dict>\n</plist>\n");
-    const QString program = bundle + "/Contents/MacOS/probe";
-    writeFile(program, "#!/bin/sh\necho started >> '" + marker.toUtf8() + "'\n");
-    QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    makeScriptBundle(bundle, identifier, "echo started >> '" + marker.toUtf8() + "'\n");
 }
 
 // Stands in for a language: every text it knows comes back in brackets.

@@ -72,15 +72,8 @@ private slots:
     {
         QTemporaryDir dir;
         const QString bundle = dir.path() + "/With Blank.app";
-        writeFile(bundle + "/Contents/Info.plist",
-                  "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict>"
-                  "<key>CFBundleIdentifier</key><string>x.y</string>"
-                  "<key>CFBundleExecutable</key><string>prog</string></dict></plist>");
         const QString marker = dir.path() + "/ran";
-        writeFile(bundle + "/Contents/MacOS/prog",
-                  QString("#!/bin/sh\necho \"$@\" > \"%1\"\n").arg(marker).toUtf8());
-        QFile::setPermissions(bundle + "/Contents/MacOS/prog",
-                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        makeScriptBundle(bundle, "x.y", QString("echo \"$@\" > \"%1\"\n").arg(marker).toUtf8());
         QVERIFY(Bundle::launchApplication(bundle, {"-runMode", "autoLaunched"}));
         QTRY_COMPARE_WITH_TIMEOUT(readFile(marker), QByteArray("-runMode autoLaunched\n"), 10000);
     }

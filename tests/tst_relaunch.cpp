@@ -31,19 +31,6 @@ const bool probeCaller = [] {
     std::exit(rc == 0 ? CallerEndedByQuit : rc);
 }();
 
-// A bundle whose program is a shell script.
-void writeScriptBundle(const QString &bundle, const QString &identifier, const QByteArray &script)
-{
-    writeFile(bundle + "/Contents/Info.plist",
-              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n"
-              "\t<key>CFBundleIdentifier</key>\n\t<string>"
-                  + identifier.toUtf8()
-                  + "</string>\n\t<key>CFBundleExecutable</key>\n\t<string>probe</string>\n"
-                    "</dict>\n</plist>\n");
-    const QString program = bundle + "/Contents/MacOS/probe";
-    writeFile(program, "#!/bin/sh\n" + script);
-    QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-}
 
 } // namespace
 
@@ -58,7 +45,7 @@ private slots:
         QVERIFY(m_dir.isValid());
         m_bundle = m_dir.path() + "/with blanks/Relaunch Probe.app";
         m_marker = m_dir.path() + "/came back";
-        writeScriptBundle(m_bundle, "org.zelmor.test.RelaunchProbe",
+        makeScriptBundle(m_bundle, "org.zelmor.test.RelaunchProbe",
                           "echo back >> '" + m_marker.toUtf8() + "'\n");
     }
 

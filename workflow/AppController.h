@@ -147,6 +147,11 @@ private:
     void openReadyToInstallModulePrompt();
     // After the one-second pause between the two pulls of an update.
     void continueAfterUpdatePause();
+    // A check found no git checkout at path: the failure message with the
+    // hint, then the idle look.
+    void reportMissingCheckout(const QString &path, const QString &hint);
+    // Module URLs that yield no folder name are reported and passed over.
+    void reportNamelessModule(const QString &url);
 
     QList<QMetaObject::Connection> m_registrations;
     QStringDecoder m_stdoutDecoder{QStringDecoder::Utf8};

@@ -68,8 +68,7 @@ void AppController::CompileCheck()
     logSwitch = settings.intValue(SettingsKeys::Log);
     buildFolder = formatText(QStringLiteral("%@/build"), {rootDirectory});
 
-    if (outputField)
-        outputField->setString(formatText(QStringLiteral("\n%@...\n"), {tr("Checking files")}));
+    outputField->setString(formatText(QStringLiteral("\n%@...\n"), {tr("Checking files")}));
 
     const bool buildExisted = pathExists(buildFolder);
     prepareBuildFolder(buildFolder, buildExisted);
@@ -92,12 +91,10 @@ void AppController::CompileCheck()
         replaceWithCopy(androidAssets, rootAssets, rootAssetsFound);
         replaceWithCopy(androidAssets, sdlAssets, sdlAssetsFound);
     } else {
-        if (outputField) {
-            outputField->insertText(formatText(
-                QStringLiteral("\n%@%@\n"),
-                {formatText(tr("'asssets' not found in %@/Android."), {rootDirectory}),
-                 tr("Please re-download a complete copy of source codes.")}));
-        }
+        outputField->insertText(formatText(
+            QStringLiteral("\n%@%@\n"),
+            {formatText(tr("'asssets' not found in %@/Android."), {rootDirectory}),
+             tr("Please re-download a complete copy of source codes.")}));
         stopRequest = 0;
         stopTask();
         // No return: with a checkout present the build is still attempted,
@@ -110,24 +107,19 @@ void AppController::CompileCheck()
         startCompileOne();
         return;
     }
-    if (outputField) {
-        outputField->insertText(
-            formatText(QStringLiteral("\n%@%@\n"),
-                       {formatText(tr(".git not found in %@."), {rootDirectory}),
-                        tr("Please re-download a complete copy of source codes.")}));
-    }
+    outputField->insertText(
+        formatText(QStringLiteral("\n%@%@\n"),
+                   {formatText(tr(".git not found in %@."), {rootDirectory}),
+                    tr("Please re-download a complete copy of source codes.")}));
     stopRequest = 0;
     stopTask();
 }
 
 void AppController::startCompileOne()
 {
-    if (outputField) {
-        outputField->setString(formatText(QStringLiteral("\n%@...\n"), {tr("Compiling")}));
-        outputField->insertText(formatText(QStringLiteral("\n%@: %@\n%@: %@\n"),
-                                           {tr("Build in"), buildFolder, tr("Output"),
-                                            outputDirectory}));
-    }
+    outputField->setString(formatText(QStringLiteral("\n%@...\n"), {tr("Compiling")}));
+    outputField->insertText(formatText(QStringLiteral("\n%@: %@\n%@: %@\n"),
+                                       {tr("Build in"), buildFolder, tr("Output"), outputDirectory}));
     // Started directly, not through a shell: the folder is the working
     // directory, so a workspace path with blanks still configures.
     launchChild(cmakeProgram, {QStringLiteral("..")}, buildFolder);
@@ -143,10 +135,8 @@ void AppController::startCompileTwo()
 
 void AppController::copyFinishedFiles()
 {
-    if (outputField) {
-        outputField->insertText(
-            formatText(QStringLiteral("\n%@...\n"), {tr("Moving files to output folder")}));
-    }
+    outputField->insertText(
+        formatText(QStringLiteral("\n%@...\n"), {tr("Moving files to output folder")}));
 
     // The output folder holds one build only; anything else in it goes.
     if (pathExists(outputDirectory))

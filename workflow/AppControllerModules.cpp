@@ -77,12 +77,23 @@ void AppController::InstallModuleCheck()
         regModule();
         return;
     }
-    outputField->insertText(formatText(
-        QStringLiteral("%@\n%@: %@%@%@"),
-        {tr("Failure."), tr("Error"), rootDirectory, tr(" or .git in it not found!"),
-         tr("Please re-download a complete copy of source codes.")}));
+    reportMissingCheckout(rootDirectory, tr("Please re-download a complete copy of source codes."));
+}
+
+void AppController::reportMissingCheckout(const QString &path, const QString &hint)
+{
+    outputField->insertText(formatText(QStringLiteral("%@\n%@: %@%@%@"),
+                                       {tr("Failure."), tr("Error"), path,
+                                        tr(" or .git in it not found!"), hint}));
     stopRequest = 0;
     stopTask();
+}
+
+void AppController::reportNamelessModule(const QString &url)
+{
+    outputField->insertText(formatText(QStringLiteral("\n%@\n%@: %@%@%@\n"),
+                                       {tr("Failure."), tr("Error"), url,
+                                        tr(" gives no module name!"), tr(" It is skipped.")}));
 }
 
 void AppController::startInstallModule()
@@ -100,10 +111,7 @@ void AppController::startInstallModule()
         name = moduleNameFromURL(url, &named);
         if (named)
             break;
-        outputField->insertText(formatText(
-            QStringLiteral("\n%@\n%@: %@%@%@\n"),
-            {tr("Failure."), tr("Error"), url, tr(" gives no module name!"),
-             tr(" It is skipped.")}));
+        reportNamelessModule(url);
         now += 1;
     }
 

@@ -7,8 +7,6 @@
 #include "workflow/ModuleRules.h"
 #include "workflow/TextFormat.h"
 
-#include <cstdio>
-
 // Operation 2: bring an existing checkout up to date. The check insists on a
 // git workspace and on every module being a checkout of its own under the
 // name the module rule derives, because "git submodule foreach" silently
@@ -21,8 +19,7 @@ void AppController::UpdateCheck()
     rootDirectory = settings.stringValue(SettingsKeys::Workspace);
     logSwitch = settings.intValue(SettingsKeys::Log);
 
-    if (outputField)
-        outputField->setString(formatText(QStringLiteral("\n%@...\n"), {tr("Checking files")}));
+    outputField->setString(formatText(QStringLiteral("\n%@...\n"), {tr("Checking files")}));
 
     initializeURL();
     const bool rootFound = pathExists(rootDirectory);
@@ -30,14 +27,8 @@ void AppController::UpdateCheck()
     moduleCount = moduleURL.size();
 
     if (!rootFound || !gitFound) {
-        if (outputField) {
-            outputField->insertText(formatText(
-                QStringLiteral("%@\n%@: %@%@%@"),
-                {tr("Failure."), tr("Error"), rootDirectory, tr(" or .git in it not found!"),
-                 tr("Please re-download a complete copy of source codes.")}));
-        }
-        stopRequest = 0;
-        stopTask();
+        reportMissingCheckout(rootDirectory,
+                              tr("Please re-download a complete copy of source codes."));
         // No return: the module checks still run, so that one press of the
         // button reports everything that is missing.
     }
@@ -47,31 +38,24 @@ void AppController::UpdateCheck()
         bool named = false;
         moduleName = moduleNameFromURL(moduleURL.at(now), &named);
         if (!named) {
-            // A URL without a name ends the check where it stands; the
-            // operation is left as it is.
-            std::fprintf(stderr, "ZELMOR Helper: module URL '%s' has no module name\n",
-                         qPrintable(moduleURL.at(now)));
-            return;
+            // Such a module can never be found; it counts as missing, so no
+            // update starts.
+            reportNamelessModule(moduleURL.at(now));
+            stopRequest = 0;
+            stopTask();
+            continue;
         }
         if (pathExists(formatText(QStringLiteral("%@/%@/.git"), {rootDirectory, moduleName}))) {
             ++found;
             continue;
         }
-        if (outputField) {
-            outputField->insertText(formatText(QStringLiteral("%@\n%@: %@/%@%@%@"),
-                                               {tr("Failure."), tr("Error"), rootDirectory,
-                                                moduleName, tr(" or .git in it not found!"),
-                                                tr("Please re-initialize it.")}));
-        }
-        stopRequest = 0;
-        stopTask();
+        reportMissingCheckout(formatText(QStringLiteral("%@/%@"), {rootDirectory, moduleName}),
+                              tr("Please re-initialize it."));
     }
 
     if (found == moduleCount && rootFound && gitFound) {
         now = 0;
-        if (outputField)
-            outputField->setString(
-                formatText(QStringLiteral("\n%@...\n"), {tr("Updating source codes")}));
+        outputField->setString(formatText(QStringLiteral("\n%@...\n"), {tr("Updating source codes")}));
         startUpdate();
     }
 }
@@ -79,19 +63,15 @@ void AppController::UpdateCheck()
 void AppController::startUpdate()
 {
     now = 0;
-    if (outputField) {
-        outputField->insertText(
-            formatText(QStringLiteral("\n%@...\n"), {tr("Checking for update of ZELMOR master")}));
-    }
+    outputField->insertText(
+        formatText(QStringLiteral("\n%@...\n"), {tr("Checking for update of ZELMOR master")}));
     runUnixTask(QStringLiteral("git pull --progress"), rootDirectory);
 }
 
 void AppController::startUpdateModule()
 {
-    if (outputField) {
-        outputField->insertText(
-            formatText(QStringLiteral("\n%@...\n"), {tr("Checking for update of submodules")}));
-    }
+    outputField->insertText(
+        formatText(QStringLiteral("\n%@...\n"), {tr("Checking for update of submodules")}));
     runUnixTask(QStringLiteral("git submodule foreach git pull --progress"), rootDirectory);
 }
 

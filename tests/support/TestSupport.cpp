@@ -103,6 +103,19 @@ QString makeBareRepository(const QString &parentFolder, const QString &name,
     return bare;
 }
 
+void makeScriptBundle(const QString &bundle, const QString &identifier, const QByteArray &script)
+{
+    writeFile(bundle + "/Contents/Info.plist",
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n"
+              "\t<key>CFBundleIdentifier</key>\n\t<string>"
+                  + identifier.toUtf8()
+                  + "</string>\n\t<key>CFBundleExecutable</key>\n\t<string>probe</string>\n"
+                    "</dict>\n</plist>\n");
+    const QString program = bundle + "/Contents/MacOS/probe";
+    writeFile(program, "#!/bin/sh\n" + script);
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
 QString buildBundleDir()
 {
     return QStringLiteral(ZELMOR_BUILD_BUNDLE_DIR);

@@ -34,6 +34,10 @@ QByteArray readFile(const QString &path);
 QString makeBareRepository(const QString &parentFolder, const QString &name,
                            const QMap<QString, QByteArray> &files);
 
+// A bundle "<bundle>/Contents/{Info.plist,MacOS/probe}" whose program is the
+// given shell script (without its #! line).
+void makeScriptBundle(const QString &bundle, const QString &identifier, const QByteArray &script);
+
 // The bundle the build produced, and its programs.
 QString buildBundleDir();
 
