@@ -228,8 +228,7 @@ void ZELMORHelperAppDelegate::firstLaunch()
 
 void ZELMORHelperAppDelegate::tryWizard()
 {
-    Bundle::launchApplication(
-        QStringLiteral("%1/Contents/Library/ZELMORInstallComponets.app").arg(Bundle::mainBundlePath()));
+    Bundle::launchApplication(Bundle::installerAppPath());
 }
 
 void ZELMORHelperAppDelegate::closeFirstLaunch()

@@ -33,8 +33,7 @@ void AppController::restartAPP()
 
 void AppController::startStatusApp()
 {
-    Bundle::launchApplication(QStringLiteral("%1/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app")
-                                  .arg(Bundle::mainBundlePath()));
+    Bundle::launchApplication(Bundle::statusbarAppPath());
 }
 
 void AppController::aboutApp()
@@ -48,6 +47,5 @@ void AppController::aboutApp()
 
 void AppController::showInstallComponents()
 {
-    Bundle::launchApplication(
-        QStringLiteral("%1/Contents/Library/ZELMORInstallComponets.app").arg(Bundle::mainBundlePath()));
+    Bundle::launchApplication(Bundle::installerAppPath());
 }

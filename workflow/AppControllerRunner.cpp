@@ -59,7 +59,7 @@ void AppController::launchChild(const QString &program, const QStringList &argum
             return;
         // The operation stays in its running look; Stop still brings the
         // window back.
-        std::fprintf(stderr, "ZELMORHelper: could not start %s in %s: %s\n",
+        std::fprintf(stderr, "ZELMOR Helper: could not start %s in %s: %s\n",
                      qPrintable(process->program()), qPrintable(process->workingDirectory()),
                      qPrintable(process->errorString()));
     });
@@ -138,7 +138,7 @@ void AppController::notifiedForStdError(const QByteArray &chunk)
         // chunk ends here, and with it the reading of this child's standard
         // error (git's lone "Cloning into ..." line comes this way).
         std::fprintf(stderr,
-                     "ZELMORHelper: progress text of %d pieces has no speed field; "
+                     "ZELMOR Helper: progress text of %d pieces has no speed field; "
                      "standard error of this child is no longer read\n",
                      progress.pieces);
         m_stderrGivenUp = true;
@@ -148,7 +148,7 @@ void AppController::notifiedForStdError(const QByteArray &chunk)
     progressbar->setMinValue(0);
     if (progress.outcome == OutputParsing::CloneProgress::NoNumbers) {
         std::fprintf(stderr,
-                     "ZELMORHelper: progress text without figures; "
+                     "ZELMOR Helper: progress text without figures; "
                      "standard error of this child is no longer read\n");
         m_stderrGivenUp = true;
         publishProgress();
