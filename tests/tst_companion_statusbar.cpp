@@ -2,8 +2,11 @@
 
 #include "BuildConfig.h"
 #include "app/CompanionChannel.h"
+#include "app/ZELMORHelperAppDelegate.h"
 #include "companions/statusbar/StatusbarCompanion.h"
 #include "companions/statusbar/StatusbarOptions.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
 
 #include <QAction>
 #include <QMenu>
@@ -167,7 +170,7 @@ private slots:
     }
 
     // The built program: it takes the channel, refuses a second instance
-    // and quits when ZELMOR Helper asks. A second start is routine (ZELMOR
+    // and quits when ZELMOR Helper ends with its quit switch on. A second start is routine (ZELMOR
     // Helper starts the companion each time it starts), so it exits with 0.
     void builtCompanionQuitsOnRequest()
     {
@@ -189,7 +192,8 @@ private slots:
         QCOMPARE(first.state(), QProcess::Running);
         QVERIFY(CompanionChannel::isRunning(id));
 
-        QVERIFY(CompanionChannel::requestQuit(id));
+        SettingsStore::standard().setObject(SettingsKeys::QuitStatusbarApp, QStringLiteral("1"));
+        QCOMPARE(quitStatusbarAppIfAsked(id), CompanionQuit::Asked);
         QTRY_COMPARE_WITH_TIMEOUT(firstEnded.count(), 1, 10000);
         QCOMPARE(first.exitStatus(), QProcess::NormalExit);
         QCOMPARE(first.exitCode(), 0);
