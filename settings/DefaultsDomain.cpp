@@ -120,7 +120,7 @@ DefaultsDomain::DefaultsDomain(QString domain) : m_domain(std::move(domain)) {}
 QString DefaultsDomain::filePathForDomain(const QString &domain)
 {
     QString base = qEnvironmentVariable("XDG_CONFIG_HOME");
-    // The base directory specification ignores relative values.
+    // XDG base directories must be absolute; a relative value is ignored.
     if (base.isEmpty() || QDir::isRelativePath(base))
         base = QDir::homePath() + QStringLiteral("/.config");
     return base + QLatin1Char('/') + domain + QStringLiteral(".json");

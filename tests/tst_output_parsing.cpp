@@ -72,7 +72,7 @@ private slots:
         QTest::newRow("[100%]") << "[100%] Linking C executable ZELMORSDL\n" << 100;
         QTest::newRow("[ 45%]") << "[ 45%] Building C object main.c.o\n" << 45;
         QTest::newRow("[  5%]") << "[  5%] Building C object a.c.o\n" << 5;
-        QTest::newRow("[ 12%] spec line") << "[ 12%] Building CXX object ..." << 12;
+        QTest::newRow("[ 12%] building line") << "[ 12%] Building CXX object ..." << 12;
         QTest::newRow("[  0%] reads as none") << "[  0%] Built target x\n" << -1;
         QTest::newRow("no prefix") << "Scanning dependencies of target ZELMORSDL\n" << -1;
         QTest::newRow("too few pieces") << "[9%]" << -1;
