@@ -19,6 +19,16 @@
 
 namespace {
 
+// The two first-launch sheets end only through their own buttons, like a
+// sheet without a cancel button: Escape and the window's close button do
+// nothing, so "First Launch" and "Initialization" are cleared only by OK.
+class Sheet : public QDialog
+{
+public:
+    using QDialog::QDialog;
+    void reject() override {}
+};
+
 ZELMORHelperAppDelegate::FolderChooser &folderChooser()
 {
     static ZELMORHelperAppDelegate::FolderChooser chooser;
@@ -195,7 +205,7 @@ void ZELMORHelperAppDelegate::applicationWillTerminate()
 
 void ZELMORHelperAppDelegate::loadFirstLaunchWindow()
 {
-    auto *sheet = new QDialog(window);
+    auto *sheet = new Sheet(window);
     Ui::firstLaunch ui;
     ui.setupUi(sheet);
     firstTitle = ui.firstTitle;
@@ -256,7 +266,7 @@ void ZELMORHelperAppDelegate::endSheet(QPointer<QDialog> &sheet)
 
 void ZELMORHelperAppDelegate::loadWizardWindow()
 {
-    auto *sheet = new QDialog(window);
+    auto *sheet = new Sheet(window);
     Ui::wizard ui;
     ui.setupUi(sheet);
     wizardTitle = ui.wizardTitle;

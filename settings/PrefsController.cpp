@@ -36,6 +36,9 @@ void openFolderPanel(QWidget *window, PrefsController::Chooser,
     auto *panel = new QFileDialog(window);
     panel->setFileMode(QFileDialog::Directory);
     panel->setOption(QFileDialog::ShowDirsOnly, true);
+    // Qt's own dialog, because some platform dialogs (the desktop portal)
+    // report only the folder they started in, not the one they show.
+    panel->setOption(QFileDialog::DontUseNativeDialog, true);
     panel->setLabelText(QFileDialog::Accept, PrefsController::tr("Select"));
     QObject::connect(panel, &QDialog::finished, panel, [panel, done](int result) {
         panel->deleteLater();

@@ -158,6 +158,13 @@ private slots:
         QVERIFY(delegate()->firstLaunchWindow);
         QCOMPARE(store().stringValue(SettingsKeys::Workspace), QString("/Developer/ZELMOR"));
 
+        // Neither Escape nor closing the window ends the sheet.
+        QTest::keyClick(delegate()->firstLaunchWindow, Qt::Key_Escape);
+        QTest::keyClick(delegate()->firstLaunchWindow, Qt::Key_Escape);
+        delegate()->firstLaunchWindow->close();
+        QVERIFY(delegate()->firstLaunchWindow && delegate()->firstLaunchWindow->isVisible());
+        QCOMPARE(store().intValue(SettingsKeys::FirstLaunch), 1);
+
         QTest::mouseClick(delegate()->firstOKButton, Qt::LeftButton);
         const QVariant cleared = store().objectForKey(SettingsKeys::FirstLaunch);
         QVERIFY(cleared.typeId() != QMetaType::QString); // a number, not the text "0"
@@ -168,6 +175,8 @@ private slots:
         QCOMPARE(delegate()->wizardTitle->text(), QString("Initialization"));
         QCOMPARE(delegate()->wizardBrowseOutputButton->text(), QString("Select"));
         QCOMPARE(store().intValue(SettingsKeys::Initialization), 1);
+        QTest::keyClick(delegate()->wizardWindow, Qt::Key_Escape);
+        QVERIFY(delegate()->wizardWindow->isVisible());
     }
 
     void wizardStoresTheChosenFolders_data()
