@@ -35,8 +35,9 @@ void AlertSheet::beginSheet(QWidget *window, std::function<void(int)> didEnd)
 {
     m_didEnd = std::move(didEnd);
     m_ended = false;
-    if (window && window != parentWidget())
-        setParent(window, windowFlags());
+    // The sheet belongs to the window it was made for (its parent); without
+    // one it blocks the whole application instead.
+    Q_ASSERT(!window || window == parentWidget());
     setWindowModality(window ? Qt::WindowModal : Qt::ApplicationModal);
     registry().append(this);
     open();
