@@ -1,9 +1,9 @@
 #include "app/AboutController.h"
 
 #include "BuildConfig.h"
-#include "app/Bundle.h"
-#include "app/Popover.h"
+#include "platform/Bundle.h"
 #include "ui_About.h"
+#include "widgets/Popover.h"
 
 #include <QApplication>
 #include <QTimer>

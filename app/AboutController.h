@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Popover.h"
+#include "widgets/Popover.h"
 
 #include <QLabel>
 #include <QObject>

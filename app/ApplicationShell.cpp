@@ -1,11 +1,13 @@
 #include "app/ApplicationShell.h"
 
-#include "app/CompanionChannel.h"
+#include "app/AboutController.h"
 #include "app/MainMenu.h"
-#include "app/MainWindow.h"
 #include "app/ZELMORHelperAppDelegate.h"
+#include "platform/CompanionChannel.h"
+#include "settings/PrefsController.h"
+#include "widgets/ProgressBar.h"
 #include "workflow/AppController.h"
-#include "workflow/ProgressBar.h"
+#include "workflow/MainWindow.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -48,6 +50,17 @@ void ApplicationShell::start()
     m_controller = new AppController(m_window.get());
     m_delegate = new ZELMORHelperAppDelegate(m_window.get());
     m_menu = new MainMenu(m_window.get(), m_controller);
+    m_controller->openPreferencesWindow = [this] {
+        if (!m_prefs)
+            m_prefs = new PrefsController(m_window.get(), m_controller);
+        m_prefs->showWindow();
+    };
+    m_controller->openAboutWindow = [this] {
+        if (!m_about)
+            m_about = new AboutController(m_window.get(), m_controller);
+        m_about->showWindow(m_controller);
+        m_about->timeToload();
+    };
 
     m_publisher = new CompanionStatusPublisher(statusbarAppIdentifier());
     connect(m_controller, &AppController::progressChanged, m_publisher,

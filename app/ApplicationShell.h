@@ -5,10 +5,12 @@
 
 #include <memory>
 
+class AboutController;
 class AppController;
 class CompanionStatusPublisher;
 class MainMenu;
 class MainWindow;
+class PrefsController;
 class ZELMORHelperAppDelegate;
 
 // What the status-bar companion is told about the controller's state: the
@@ -35,6 +37,9 @@ public:
     AppController *controller() const { return m_controller; }
     ZELMORHelperAppDelegate *delegate() const { return m_delegate; }
     MainMenu *menu() const { return m_menu; }
+    // Made on the first request from the menus, then shown again.
+    PrefsController *prefsController() const { return m_prefs; }
+    AboutController *aboutController() const { return m_about; }
 
 private:
     std::unique_ptr<MainWindow> m_window;
@@ -42,4 +47,6 @@ private:
     ZELMORHelperAppDelegate *m_delegate = nullptr;
     MainMenu *m_menu = nullptr;
     CompanionStatusPublisher *m_publisher = nullptr;
+    PrefsController *m_prefs = nullptr;
+    AboutController *m_about = nullptr;
 };

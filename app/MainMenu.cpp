@@ -1,9 +1,9 @@
 #include "app/MainMenu.h"
 
-#include "app/ConsoleFindBar.h"
-#include "app/MainWindow.h"
 #include "ui_MainWindow.h"
+#include "widgets/ConsoleFindBar.h"
 #include "workflow/AppController.h"
+#include "workflow/MainWindow.h"
 
 #include <QApplication>
 #include <QBoxLayout>

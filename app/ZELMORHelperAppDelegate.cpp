@@ -1,15 +1,15 @@
 #include "app/ZELMORHelperAppDelegate.h"
 
 #include "BuildConfig.h"
-#include "app/Bundle.h"
-#include "app/CompanionChannel.h"
-#include "app/MainWindow.h"
-#include "app/Popover.h"
+#include "platform/Bundle.h"
+#include "platform/CompanionChannel.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
-#include "ui_MainWindow.h"
 #include "ui_firstLaunch.h"
+#include "ui_MainWindow.h"
 #include "ui_wizard.h"
+#include "widgets/Popover.h"
+#include "workflow/MainWindow.h"
 
 #include <QFileDialog>
 #include <QMenu>

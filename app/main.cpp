@@ -1,5 +1,5 @@
 #include "app/ApplicationShell.h"
-#include "app/Translation.h"
+#include "platform/Translation.h"
 
 #include <QApplication>
 

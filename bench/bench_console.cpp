@@ -8,10 +8,10 @@
 // streams (what a user feels as a freeze), peak memory, and the time the same
 // stream takes into `cat > /dev/null` for a ratio.
 
-#include "app/MainWindow.h"
+#include "widgets/ConsoleView.h"
+#include "widgets/ProgressBar.h"
 #include "workflow/AppController.h"
-#include "workflow/ConsoleView.h"
-#include "workflow/ProgressBar.h"
+#include "workflow/MainWindow.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

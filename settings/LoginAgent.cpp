@@ -1,6 +1,6 @@
 #include "settings/LoginAgent.h"
 
-#include "app/Bundle.h"
+#include "platform/Bundle.h"
 
 #include <QDir>
 #include <QFile>

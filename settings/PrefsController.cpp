@@ -2,14 +2,14 @@
 
 #include "ui_Preferences.h"
 
-#include "app/AlertSheet.h"
-#include "app/Bundle.h"
-#include "app/Popover.h"
-#include "app/Relaunch.h"
+#include "platform/Bundle.h"
+#include "platform/Relaunch.h"
 #include "settings/LoginAgent.h"
 #include "settings/PathRules.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/AlertSheet.h"
+#include "widgets/Popover.h"
 
 #include <QFileDialog>
 #include <QLabel>

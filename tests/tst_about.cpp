@@ -1,10 +1,13 @@
 #include "TestSupport.h"
 
 #include "app/AboutController.h"
-#include "app/Bundle.h"
-#include "app/MainWindow.h"
-#include "app/Popover.h"
+#include "app/ApplicationShell.h"
+#include "platform/Bundle.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "widgets/Popover.h"
 #include "workflow/AppController.h"
+#include "workflow/MainWindow.h"
 
 #include <QSignalSpy>
 
@@ -24,17 +27,18 @@ private slots:
     // the popover twice, and no more.
     void popoverTimerFiresOncePerRequest()
     {
-        MainWindow window;
-        AppController controller(&window);
-        window.show();
+        SettingsStore::standard().setObject(SettingsKeys::FirstLaunch, 0);
+        ApplicationShell shell;
+        shell.start();
+        AppController &controller = *shell.controller();
 
         controller.aboutApp();
-        AboutController *about = controller.aboutController;
+        AboutController *about = shell.aboutController();
         QVERIFY(about);
         QSignalSpy shown(about->popoverMe(), &Popover::shown);
         QCOMPARE(shown.count(), 0); // half a second later, not at once
         controller.aboutApp();
-        QCOMPARE(controller.aboutController, about); // made once, shown again
+        QCOMPARE(shell.aboutController(), about); // made once, shown again
         QVERIFY(about->window()->isVisible());
 
         QTRY_COMPARE(shown.count(), 2);

@@ -1,19 +1,19 @@
 #include "TestSupport.h"
 
 #include "app/ApplicationShell.h"
-#include "app/Bundle.h"
-#include "app/CompanionChannel.h"
 #include "app/MainMenu.h"
-#include "app/MainWindow.h"
-#include "app/Popover.h"
-#include "app/Relaunch.h"
 #include "app/ZELMORHelperAppDelegate.h"
+#include "platform/Bundle.h"
+#include "platform/CompanionChannel.h"
+#include "platform/Relaunch.h"
 #include "settings/PrefsController.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "ui_MainWindow.h"
+#include "widgets/Popover.h"
+#include "widgets/ProgressBar.h"
 #include "workflow/AppController.h"
-#include "workflow/ProgressBar.h"
+#include "workflow/MainWindow.h"
 
 #include <QComboBox>
 #include <QMainWindow>
@@ -329,18 +329,17 @@ private slots:
     {
         store().setObject(SettingsKeys::FirstLaunch, 0);
         start();
-        AppController *c = m_shell->controller();
 
         ui()->menuRelaunchHelper->trigger();
         QCOMPARE(m_relaunches, QList<float>{2.0f});
 
         ui()->menuAbout->trigger();
-        QVERIFY(c->aboutController);
+        QVERIFY(m_shell->aboutController());
         ui()->menuPrefs->trigger();
-        PrefsController *prefs = c->prefsController;
+        PrefsController *prefs = m_shell->prefsController();
         QVERIFY(prefs && prefs->window()->isVisible());
         ui()->menuPrefs->trigger();
-        QCOMPARE(c->prefsController, prefs); // the same window again
+        QCOMPARE(m_shell->prefsController(), prefs); // the same window again
     }
 
     void windowMenuActsOnTheWindow()

@@ -1,12 +1,12 @@
 #include "TestSupport.h"
 
-#include "app/Bundle.h"
-#include "app/ConsoleFindBar.h"
 #include "app/MainMenu.h"
-#include "app/MainWindow.h"
+#include "platform/Bundle.h"
 #include "ui_MainWindow.h"
+#include "widgets/ConsoleFindBar.h"
+#include "widgets/ConsoleView.h"
 #include "workflow/AppController.h"
-#include "workflow/ConsoleView.h"
+#include "workflow/MainWindow.h"
 
 #include <QClipboard>
 #include <QLineEdit>

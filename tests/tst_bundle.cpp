@@ -1,7 +1,7 @@
 #include "TestSupport.h"
 
 #include "BuildConfig.h"
-#include "app/Bundle.h"
+#include "platform/Bundle.h"
 
 #include <QFileInfo>
 

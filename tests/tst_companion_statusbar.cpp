@@ -1,10 +1,10 @@
 #include "TestSupport.h"
 
-#include "BuildConfig.h"
-#include "app/CompanionChannel.h"
 #include "app/ZELMORHelperAppDelegate.h"
+#include "BuildConfig.h"
 #include "companions/statusbar/StatusbarCompanion.h"
 #include "companions/statusbar/StatusbarOptions.h"
+#include "platform/CompanionChannel.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 

@@ -1,6 +1,6 @@
 #include "TestSupport.h"
 
-#include "workflow/ConsoleView.h"
+#include "widgets/ConsoleView.h"
 
 #include <QScrollBar>
 #include <QTextCursor>

@@ -1,6 +1,6 @@
 #include "TestSupport.h"
 
-#include "app/Bundle.h"
+#include "platform/Bundle.h"
 #include "settings/LoginAgent.h"
 #include "settings/PrefsController.h"
 #include "settings/SettingsStore.h"

@@ -1,10 +1,10 @@
 #include "TestSupport.h"
 
-#include "app/AlertSheet.h"
-#include "app/Popover.h"
 #include "settings/PrefsController.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/AlertSheet.h"
+#include "widgets/Popover.h"
 
 #include <QAction>
 #include <QCheckBox>

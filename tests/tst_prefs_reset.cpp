@@ -1,11 +1,11 @@
 #include "TestSupport.h"
 
-#include "app/AlertSheet.h"
-#include "app/Bundle.h"
-#include "app/Relaunch.h"
+#include "platform/Bundle.h"
+#include "platform/Relaunch.h"
 #include "settings/PrefsController.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/AlertSheet.h"
 
 #include <QCheckBox>
 #include <QLabel>

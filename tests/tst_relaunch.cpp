@@ -1,7 +1,7 @@
 #include "TestSupport.h"
 
-#include "app/Bundle.h"
-#include "app/Relaunch.h"
+#include "platform/Bundle.h"
+#include "platform/Relaunch.h"
 
 #include <QProcess>
 #include <QTimer>

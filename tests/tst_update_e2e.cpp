@@ -1,12 +1,12 @@
 #include "TestSupport.h"
 #include "WorkspaceFixture.h"
 
-#include "app/MainWindow.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/ConsoleView.h"
+#include "widgets/Spinner.h"
 #include "workflow/AppController.h"
-#include "workflow/ConsoleView.h"
-#include "workflow/Spinner.h"
+#include "workflow/MainWindow.h"
 
 #include <QPushButton>
 

@@ -1,12 +1,12 @@
 #include "TestSupport.h"
 
 #include "BuildConfig.h"
-#include "app/AlertSheet.h"
-#include "app/MainWindow.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/AlertSheet.h"
+#include "widgets/ConsoleView.h"
 #include "workflow/AppController.h"
-#include "workflow/ConsoleView.h"
+#include "workflow/MainWindow.h"
 
 #include <QAbstractButton>
 #include <QComboBox>

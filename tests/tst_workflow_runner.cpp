@@ -1,10 +1,10 @@
 #include "TestSupport.h"
 
-#include "app/MainWindow.h"
+#include "widgets/ConsoleView.h"
+#include "widgets/ProgressBar.h"
+#include "widgets/Spinner.h"
 #include "workflow/AppController.h"
-#include "workflow/ConsoleView.h"
-#include "workflow/ProgressBar.h"
-#include "workflow/Spinner.h"
+#include "workflow/MainWindow.h"
 
 #include <QComboBox>
 #include <QDir>

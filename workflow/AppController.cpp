@@ -1,15 +1,15 @@
 #include "workflow/AppController.h"
 
 #include "BuildConfig.h"
-#include "app/AlertSheet.h"
-#include "app/MainWindow.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "ui_MainWindow.h"
-#include "workflow/ConsoleView.h"
+#include "widgets/AlertSheet.h"
+#include "widgets/ConsoleView.h"
+#include "widgets/ProgressBar.h"
+#include "widgets/Spinner.h"
+#include "workflow/MainWindow.h"
 #include "workflow/OutputParsing.h"
-#include "workflow/ProgressBar.h"
-#include "workflow/Spinner.h"
 #include "workflow/TextFormat.h"
 
 #include <QComboBox>

@@ -9,11 +9,9 @@
 
 #include <functional>
 
-class AboutController;
 class AlertSheet;
 class ConsoleView;
 class MainWindow;
-class PrefsController;
 class ProgressBar;
 class QComboBox;
 class QLabel;
@@ -60,8 +58,11 @@ public:
     QString buildFolder;
     QString moduleName;
     QStringList moduleURL;
-    PrefsController *prefsController = nullptr;
-    AboutController *aboutController = nullptr;
+    // The preferences and about windows belong to the layers above; their
+    // owner fills these in, and showPrefs()/aboutApp() only bring the main
+    // window forward and ask for them.
+    std::function<void()> openPreferencesWindow;
+    std::function<void()> openAboutWindow;
     QPointer<QProcess> unixTask;       // the current child
     qint32 now = 0;                    // stage counter
 

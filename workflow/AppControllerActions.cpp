@@ -1,10 +1,8 @@
 #include "workflow/AppController.h"
 
-#include "app/AboutController.h"
-#include "app/Bundle.h"
-#include "app/MainWindow.h"
-#include "app/Relaunch.h"
-#include "settings/PrefsController.h"
+#include "platform/Bundle.h"
+#include "platform/Relaunch.h"
+#include "workflow/MainWindow.h"
 
 namespace {
 // The application comes forward with its main window, whatever other
@@ -21,9 +19,8 @@ void activateIgnoringOtherApps(MainWindow *window)
 void AppController::showPrefs()
 {
     activateIgnoringOtherApps(window);
-    if (!prefsController)
-        prefsController = new PrefsController(window, this);
-    prefsController->showWindow();
+    if (openPreferencesWindow)
+        openPreferencesWindow();
 }
 
 void AppController::restartAPP()
@@ -39,10 +36,8 @@ void AppController::startStatusApp()
 void AppController::aboutApp()
 {
     activateIgnoringOtherApps(window);
-    if (!aboutController)
-        aboutController = new AboutController(window, this);
-    aboutController->showWindow(this);
-    aboutController->timeToload();
+    if (openAboutWindow)
+        openAboutWindow();
 }
 
 void AppController::showInstallComponents()

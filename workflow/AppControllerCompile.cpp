@@ -2,7 +2,7 @@
 
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
-#include "workflow/ConsoleView.h"
+#include "widgets/ConsoleView.h"
 #include "workflow/ModuleRules.h"
 #include "workflow/TextFormat.h"
 

@@ -1,10 +1,10 @@
 #include "workflow/AppController.h"
 
 #include "BuildConfig.h"
-#include "app/MainWindow.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
-#include "workflow/ConsoleView.h"
+#include "widgets/ConsoleView.h"
+#include "workflow/MainWindow.h"
 #include "workflow/ModuleRules.h"
 #include "workflow/TextFormat.h"
 

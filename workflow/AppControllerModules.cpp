@@ -1,12 +1,12 @@
 #include "workflow/AppController.h"
 
-#include "app/AlertSheet.h"
-#include "app/MainWindow.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
-#include "workflow/ConsoleView.h"
+#include "widgets/AlertSheet.h"
+#include "widgets/ConsoleView.h"
+#include "widgets/Spinner.h"
+#include "workflow/MainWindow.h"
 #include "workflow/ModuleRules.h"
-#include "workflow/Spinner.h"
 #include "workflow/TextFormat.h"
 
 #include <QDateTime>

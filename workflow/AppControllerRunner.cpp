@@ -1,9 +1,9 @@
 #include "workflow/AppController.h"
 
-#include "workflow/ConsoleView.h"
+#include "widgets/ConsoleView.h"
+#include "widgets/ProgressBar.h"
+#include "widgets/Spinner.h"
 #include "workflow/OutputParsing.h"
-#include "workflow/ProgressBar.h"
-#include "workflow/Spinner.h"
 
 #include <QComboBox>
 #include <QLabel>

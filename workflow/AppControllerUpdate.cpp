@@ -1,9 +1,9 @@
 #include "workflow/AppController.h"
 
-#include "app/Relaunch.h"
+#include "platform/Relaunch.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
-#include "workflow/ConsoleView.h"
+#include "widgets/ConsoleView.h"
 #include "workflow/ModuleRules.h"
 #include "workflow/TextFormat.h"
 

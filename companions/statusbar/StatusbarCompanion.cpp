@@ -1,6 +1,6 @@
 #include "companions/statusbar/StatusbarCompanion.h"
 
-#include "app/Bundle.h"
+#include "platform/Bundle.h"
 
 #include <QAction>
 #include <QCursor>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/CompanionChannel.h"
 #include "companions/statusbar/StatusbarOptions.h"
+#include "platform/CompanionChannel.h"
 
 #include <QObject>
 

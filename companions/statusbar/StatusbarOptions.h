@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/CompanionChannel.h"
+#include "platform/CompanionChannel.h"
 
 #include <QString>
 #include <QStringList>

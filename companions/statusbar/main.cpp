@@ -1,7 +1,7 @@
 #include "BuildConfig.h"
-#include "app/Bundle.h"
 #include "companions/statusbar/StatusbarCompanion.h"
 #include "companions/statusbar/StatusbarOptions.h"
+#include "platform/Bundle.h"
 
 #include <QApplication>
 #include <QSystemTrayIcon>

@@ -1,4 +1,4 @@
-#include "workflow/ProgressBar.h"
+#include "widgets/ProgressBar.h"
 
 #include <climits>
 

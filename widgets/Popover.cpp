@@ -1,4 +1,4 @@
-#include "app/Popover.h"
+#include "widgets/Popover.h"
 
 #include <QApplication>
 #include <QKeyEvent>

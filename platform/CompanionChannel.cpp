@@ -1,4 +1,4 @@
-#include "app/CompanionChannel.h"
+#include "platform/CompanionChannel.h"
 
 #include <QDir>
 

@@ -1,8 +1,8 @@
-#include "app/Relaunch.h"
+#include "platform/Relaunch.h"
 
-#include "app/Bundle.h"
+#include "platform/Bundle.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QProcess>
 
 #include <cstdio>

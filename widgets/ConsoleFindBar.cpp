@@ -1,4 +1,4 @@
-#include "app/ConsoleFindBar.h"
+#include "widgets/ConsoleFindBar.h"
 
 #include <QApplication>
 #include <QHBoxLayout>

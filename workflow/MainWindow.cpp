@@ -1,4 +1,4 @@
-#include "app/MainWindow.h"
+#include "workflow/MainWindow.h"
 
 #include "ui_MainWindow.h"
 

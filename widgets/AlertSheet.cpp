@@ -1,4 +1,4 @@
-#include "app/AlertSheet.h"
+#include "widgets/AlertSheet.h"
 
 #include <QPushButton>
 

@@ -1,4 +1,4 @@
-#include "app/Translation.h"
+#include "platform/Translation.h"
 
 #include <QCoreApplication>
 #include <QLocale>

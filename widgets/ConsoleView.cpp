@@ -1,4 +1,4 @@
-#include "workflow/ConsoleView.h"
+#include "widgets/ConsoleView.h"
 
 #include <QScrollBar>
 #include <QTextBlock>

@@ -1,4 +1,4 @@
-#include "workflow/Spinner.h"
+#include "widgets/Spinner.h"
 
 #include <QPainter>
 
