@@ -363,7 +363,9 @@ QString PrefsController::settingChangedText() const
     return QStringLiteral("%1\n%2\n \n%3...")
         .arg(tr("ZELMOR Helper must restart to take effects of changes."),
              tr("You can restart the application later through the menu bar item."),
-             tr("Count down %1 secs").arg(countdown));
+             // The key keeps the "%d" placeholder that the workflow's countdown
+             // (and so every translation of it) uses.
+             tr("Count down %d secs").replace(QLatin1String("%d"), QString::number(countdown)));
 }
 
 void PrefsController::settingChanged()

@@ -556,10 +556,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Count down %1 secs</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Restart</source>
         <translation type="unfinished"></translation>
     </message>
@@ -569,6 +565,10 @@
     </message>
     <message>
         <source>Notice</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Count down %d secs</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -592,6 +592,14 @@
     </message>
     <message>
         <source>%1 — %2%</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No system tray is available on this desktop; exiting.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another instance is already running; exiting.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -1,0 +1,791 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>About</name>
+    <message>
+        <source>About ZELMOR Helper</source>
+        <translation>Über ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Fetches, updates and compiles the source codes of ZELMOR on your own machine.</source>
+        <translation>Lädt, aktualisiert und kompiliert den Quellcode von ZELMOR auf Ihrem eigenen Rechner.</translation>
+    </message>
+    <message>
+        <source>Made by the ZELMOR Helper developers</source>
+        <translation>Von den Entwicklern von ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Thank you for using ZELMOR Helper!</source>
+        <translation>Danke, dass Sie ZELMOR Helper verwenden!</translation>
+    </message>
+</context>
+<context>
+    <name>AboutController</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+</context>
+<context>
+    <name>AppController</name>
+    <message>
+        <source>Stop</source>
+        <translation>Stoppen</translation>
+    </message>
+    <message>
+        <source>Get a complete copy of source codes of ZELLMOR from GitHub</source>
+        <translation>Vollständigen Quellcode von ZELMOR von GitHub holen</translation>
+    </message>
+    <message>
+        <source>Get module initialized</source>
+        <translation>Module initialisieren</translation>
+    </message>
+    <message>
+        <source>Update source codes and submodules</source>
+        <translation>Quellcode und Submodule aktualisieren</translation>
+    </message>
+    <message>
+        <source>Compile ZELMOR</source>
+        <translation>ZELMOR kompilieren</translation>
+    </message>
+    <message>
+        <source>Perform</source>
+        <translation>Ausführen</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Done.</source>
+        <translation>Fertig.</translation>
+    </message>
+    <message>
+        <source>Task terminated by user.</source>
+        <translation>Vorgang vom Benutzer abgebrochen.</translation>
+    </message>
+    <message>
+        <source>All done.</source>
+        <translation>Alles erledigt.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Ready to install modules</source>
+        <translation>Bereit zum Installieren der Module</translation>
+    </message>
+    <message>
+        <source>Main source codes are ready. Do you want to get modules initialized right now?</source>
+        <translation>Der Hauptquellcode ist bereit. Möchten Sie die Module jetzt initialisieren?</translation>
+    </message>
+    <message>
+        <source>Count down %d secs</source>
+        <translation>Countdown: %d s</translation>
+    </message>
+    <message>
+        <source>Checking files</source>
+        <translation>Dateien werden geprüft</translation>
+    </message>
+    <message>
+        <source>&apos;asssets&apos; not found in %@/Android.</source>
+        <translation>„assets“ wurde in %@/Android nicht gefunden.</translation>
+    </message>
+    <message>
+        <source>Please re-download a complete copy of source codes.</source>
+        <translation>Bitte laden Sie den vollständigen Quellcode erneut herunter.</translation>
+    </message>
+    <message>
+        <source>.git not found in %@.</source>
+        <translation>.git wurde in %@ nicht gefunden.</translation>
+    </message>
+    <message>
+        <source>Compiling</source>
+        <translation>Wird kompiliert</translation>
+    </message>
+    <message>
+        <source>Build in</source>
+        <translation>Build-Ordner</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Ausgabeordner</translation>
+    </message>
+    <message>
+        <source>Moving files to output folder</source>
+        <translation>Dateien werden in den Ausgabeordner verschoben</translation>
+    </message>
+    <message>
+        <source>%@ already exists. It may be source codes.</source>
+        <translation>%@ existiert bereits. Es könnte sich um Quellcode handeln.</translation>
+    </message>
+    <message>
+        <source>Folder will add current date as extension if you choose to keep it.</source>
+        <translation>Wenn Sie den Ordner behalten, wird seinem Namen das aktuelle Datum angehängt.</translation>
+    </message>
+    <message>
+        <source>How to deal with it?</source>
+        <translation>Wie möchten Sie fortfahren?</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>Behalten</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>Downloading source codes</source>
+        <translation>Quellcode wird heruntergeladen</translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation>Speicherort</translation>
+    </message>
+    <message>
+        <source>Registering modules</source>
+        <translation>Module werden registriert</translation>
+    </message>
+    <message>
+        <source>Checking modules</source>
+        <translation>Module werden geprüft</translation>
+    </message>
+    <message>
+        <source>Failure.</source>
+        <translation>Fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source> or .git in it not found!</source>
+        <translation> oder das darin enthaltene .git nicht gefunden!</translation>
+    </message>
+    <message>
+        <source> gives no module name!</source>
+        <translation> liefert keinen Modulnamen!</translation>
+    </message>
+    <message>
+        <source> It is skipped.</source>
+        <translation> Es wird übersprungen.</translation>
+    </message>
+    <message>
+        <source>Module Exists</source>
+        <translation>Modul vorhanden</translation>
+    </message>
+    <message>
+        <source>Found submodule</source>
+        <translation>Vorhandenes Submodul</translation>
+    </message>
+    <message>
+        <source>Skip</source>
+        <translation>Überspringen</translation>
+    </message>
+    <message>
+        <source>Getting module</source>
+        <translation>Lade Modul</translation>
+    </message>
+    <message>
+        <source>Skip module</source>
+        <translation>Überspringe Modul</translation>
+    </message>
+    <message>
+        <source>Main source codes are ready. Do you want to get essential modules initialized right now?</source>
+        <translation>Der Hauptquellcode ist bereit. Möchten Sie die benötigten Module jetzt initialisieren?</translation>
+    </message>
+    <message>
+        <source>Ready to start initializing modules. Please wait...</source>
+        <translation>Die Module werden gleich initialisiert. Bitte warten...</translation>
+    </message>
+    <message>
+        <source>Please re-initialize it.</source>
+        <translation>Bitte initialisieren Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>Updating source codes</source>
+        <translation>Quellcode wird aktualisiert</translation>
+    </message>
+    <message>
+        <source>Checking for update of ZELMOR master</source>
+        <translation>Suche nach Aktualisierungen für ZELMOR (master)</translation>
+    </message>
+    <message>
+        <source>Checking for update of submodules</source>
+        <translation>Suche nach Aktualisierungen der Submodule</translation>
+    </message>
+</context>
+<context>
+    <name>ComponentChecks</name>
+    <message>
+        <source>Homebrew</source>
+        <translation>Homebrew</translation>
+    </message>
+    <message>
+        <source>Git</source>
+        <translation>Git</translation>
+    </message>
+    <message>
+        <source>CMake</source>
+        <translation>CMake</translation>
+    </message>
+    <message>
+        <source>Make</source>
+        <translation>Make</translation>
+    </message>
+    <message>
+        <source>C compiler</source>
+        <translation>C-Compiler</translation>
+    </message>
+    <message>
+        <source>C++ compiler</source>
+        <translation>C++-Compiler</translation>
+    </message>
+    <message>
+        <source>SDL 2 development files</source>
+        <translation>SDL-2-Entwicklungsdateien</translation>
+    </message>
+</context>
+<context>
+    <name>ConsoleFindBar</name>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation>Vorheriges suchen</translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation>Nächstes suchen</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>Nicht gefunden</translation>
+    </message>
+</context>
+<context>
+    <name>Installer</name>
+    <message>
+        <source>Install Components</source>
+        <translation>Komponenten installieren</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper uses these tools to download and compile ZELMOR.</source>
+        <translation>ZELMOR Helper verwendet diese Werkzeuge, um ZELMOR herunterzuladen und zu kompilieren.</translation>
+    </message>
+    <message>
+        <source>Component</source>
+        <translation>Komponente</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation>Speicherort</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Check Again</source>
+        <translation>Erneut prüfen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerWindow</name>
+    <message>
+        <source>Checking…</source>
+        <translation>Wird geprüft…</translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation>Fehlt</translation>
+    </message>
+    <message>
+        <source>Found</source>
+        <translation>Gefunden</translation>
+    </message>
+    <message>
+        <source>Found, version %1</source>
+        <translation>Gefunden, Version %1</translation>
+    </message>
+    <message>
+        <source>not at %1</source>
+        <translation>nicht unter %1</translation>
+    </message>
+    <message>
+        <source>Everything ZELMOR Helper needs is installed.</source>
+        <translation>Alles, was ZELMOR Helper benötigt, ist installiert.</translation>
+    </message>
+    <message>
+        <source>To install what is missing, run this in a terminal, then click Check Again:</source>
+        <translation>Um das Fehlende zu installieren, führen Sie dies in einem Terminal aus und klicken Sie dann auf „Erneut prüfen“:</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Perform</source>
+        <translation>Ausführen</translation>
+    </message>
+    <message>
+        <source>ZELMOR</source>
+        <translation>ZELMOR</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>About ZELMOR Helper</source>
+        <translation>Über ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Re-launch ZELMOR Helper</source>
+        <translation>ZELMOR Helper neu starten</translation>
+    </message>
+    <message>
+        <source>Launch ZELMOR Helper Statusbar App</source>
+        <translation>ZELMOR Helper Statusbar App starten</translation>
+    </message>
+    <message>
+        <source>Install Essentials</source>
+        <translation>Benötigte Komponenten installieren</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>Einstellungen...</translation>
+    </message>
+    <message>
+        <source>Ctrl+,</source>
+        <translation>Ctrl+,</translation>
+    </message>
+    <message>
+        <source>Hide ZELMOR Helper</source>
+        <translation>ZELMOR Helper ausblenden</translation>
+    </message>
+    <message>
+        <source>Ctrl+H</source>
+        <translation>Ctrl+H</translation>
+    </message>
+    <message>
+        <source>Hide Others</source>
+        <translation>Andere ausblenden</translation>
+    </message>
+    <message>
+        <source>Ctrl+Alt+H</source>
+        <translation>Ctrl+Alt+H</translation>
+    </message>
+    <message>
+        <source>Show All</source>
+        <translation>Alle einblenden</translation>
+    </message>
+    <message>
+        <source>Quit ZELMOR Helper</source>
+        <translation>ZELMOR Helper beenden</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Ctrl+C</source>
+        <translation>Ctrl+C</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Alles auswählen</translation>
+    </message>
+    <message>
+        <source>Ctrl+A</source>
+        <translation>Ctrl+A</translation>
+    </message>
+    <message>
+        <source>Find...</source>
+        <translation>Suchen...</translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation>Ctrl+F</translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation>Nächstes suchen</translation>
+    </message>
+    <message>
+        <source>Ctrl+G</source>
+        <translation>Ctrl+G</translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation>Vorheriges suchen</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+G</source>
+        <translation>Ctrl+Shift+G</translation>
+    </message>
+    <message>
+        <source>Use Selection for Find</source>
+        <translation>Auswahl für Suche verwenden</translation>
+    </message>
+    <message>
+        <source>Ctrl+E</source>
+        <translation>Ctrl+E</translation>
+    </message>
+    <message>
+        <source>Jump to Selection</source>
+        <translation>Zur Auswahl springen</translation>
+    </message>
+    <message>
+        <source>Ctrl+J</source>
+        <translation>Ctrl+J</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimieren</translation>
+    </message>
+    <message>
+        <source>Ctrl+M</source>
+        <translation>Ctrl+M</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoomen</translation>
+    </message>
+    <message>
+        <source>Bring All to Front</source>
+        <translation>Alle nach vorne bringen</translation>
+    </message>
+</context>
+<context>
+    <name>PrefsController</name>
+    <message>
+        <source>Select</source>
+        <translation>Auswählen</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Paths</source>
+        <translation>Pfade</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Arbeitsordner</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Ausgabeordner</translation>
+    </message>
+    <message>
+        <source>Use &apos;ZELMOR&apos; and &apos;Output&apos; as default name of workspace and output folder</source>
+        <translation>„ZELMOR“ und „Output“ als Standardnamen für Arbeits- und Ausgabeordner verwenden</translation>
+    </message>
+    <message>
+        <source>If you want to use &apos;ZELMOR&apos; as the default name of workspace  and &apos;Output&apos; as the name of output folder, you just need to choose the parent folder of them. Otherwise, you need to choose the complete path.</source>
+        <translation>Wenn „ZELMOR“ der Standardname des Arbeitsordners und „Output“ der Name des Ausgabeordners sein soll, wählen Sie nur den Ordner, in dem sie liegen. Andernfalls wählen Sie den vollständigen Pfad.</translation>
+    </message>
+    <message>
+        <source>Switches</source>
+        <translation>Schalter</translation>
+    </message>
+    <message>
+        <source>Reset All</source>
+        <translation>Alles zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Reset Warnings</source>
+        <translation>Hinweise zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Enable Log</source>
+        <translation>Protokoll aktivieren</translation>
+    </message>
+    <message>
+        <source>Enable ZELMOR Helper Statusbar App Statup at Login</source>
+        <translation>ZELMOR Helper Statusbar App bei der Anmeldung starten</translation>
+    </message>
+    <message>
+        <source>Quit statusbar app with ZELMOR Helper</source>
+        <translation>Statusleisten-App zusammen mit ZELMOR Helper beenden</translation>
+    </message>
+    <message>
+        <source>* Please restart ZELMOR Helper to take effect(s).</source>
+        <translation>* Bitte starten Sie ZELMOR Helper neu, damit die Änderungen wirksam werden.</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper must restart to take effects of changes.</source>
+        <translation>ZELMOR Helper muss neu gestartet werden, damit die Änderungen wirksam werden.</translation>
+    </message>
+    <message>
+        <source>You can restart the application later through the menu bar item.</source>
+        <translation>Sie können das Programm auch später über den Menüeintrag neu starten.</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>Neu starten</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>Notice</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Count down %d secs</source>
+        <translation>Countdown: %d s</translation>
+    </message>
+</context>
+<context>
+    <name>StatusbarCompanion</name>
+    <message>
+        <source>Open ZELMOR Helper</source>
+        <translation>ZELMOR Helper öffnen</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper Statusbar App is running.</source>
+        <translation>ZELMOR Helper Statusbar App läuft.</translation>
+    </message>
+    <message>
+        <source>%1 — %2%</source>
+        <translation>%1 — %2&#xa0;%</translation>
+    </message>
+    <message>
+        <source>No system tray is available on this desktop; exiting.</source>
+        <translation>Diese Arbeitsumgebung hat keinen Infobereich für Symbole; das Programm wird beendet.</translation>
+    </message>
+    <message>
+        <source>Another instance is already running; exiting.</source>
+        <translation>Eine andere Instanz läuft bereits; das Programm wird beendet.</translation>
+    </message>
+</context>
+<context>
+    <name>ZELMORHelperAppDelegate</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>About ZELMOR Helper</source>
+        <translation>Über ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Re-launch ZELMOR Helper</source>
+        <translation>ZELMOR Helper neu starten</translation>
+    </message>
+    <message>
+        <source>Launch ZELMOR Helper Statusbar App</source>
+        <translation>ZELMOR Helper Statusbar App starten</translation>
+    </message>
+    <message>
+        <source>Install Essentials</source>
+        <translation>Benötigte Komponenten installieren</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>Einstellungen...</translation>
+    </message>
+    <message>
+        <source>Hide ZELMOR Helper</source>
+        <translation>ZELMOR Helper ausblenden</translation>
+    </message>
+    <message>
+        <source>Hide Others</source>
+        <translation>Andere ausblenden</translation>
+    </message>
+    <message>
+        <source>Show All</source>
+        <translation>Alle einblenden</translation>
+    </message>
+    <message>
+        <source>Quit ZELMOR Helper</source>
+        <translation>ZELMOR Helper beenden</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Alles auswählen</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Find...</source>
+        <translation>Suchen...</translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation>Nächstes suchen</translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation>Vorheriges suchen</translation>
+    </message>
+    <message>
+        <source>Use Selection for Find</source>
+        <translation>Auswahl für Suche verwenden</translation>
+    </message>
+    <message>
+        <source>Jump to Selection</source>
+        <translation>Zur Auswahl springen</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimieren</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoomen</translation>
+    </message>
+    <message>
+        <source>Bring All to Front</source>
+        <translation>Alle nach vorne bringen</translation>
+    </message>
+    <message>
+        <source>Welcome</source>
+        <translation>Willkommen</translation>
+    </message>
+    <message>
+        <source>You need to install Xcode(larger in file size but recommend) or command line tool(needless for Xcode), homebrew, cmake, sdl.
+ 
+(cmake and sdl can be installed through homebrew)</source>
+        <translation>Sie müssen Xcode (groß, aber empfohlen) oder die Command Line Tools (mit Xcode unnötig), Homebrew, cmake und SDL installieren.
+ 
+(cmake und SDL lassen sich über Homebrew installieren)</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Don&apos;t know how to install? Click here to try wizard.</source>
+        <translation>Sie wissen nicht, wie man sie installiert? Klicken Sie hier, um den Assistenten zu starten.</translation>
+    </message>
+    <message>
+        <source>Initialization</source>
+        <translation>Ersteinrichtung</translation>
+    </message>
+    <message>
+        <source>Please set where to store source codes of ZELMOR and where to output compiled ZELMOR.</source>
+        <translation>Legen Sie fest, wo der Quellcode von ZELMOR gespeichert und wohin das kompilierte ZELMOR ausgegeben wird.</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Arbeitsordner</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Ausgabeordner</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>firstLaunch</name>
+    <message>
+        <source>Welcome</source>
+        <translation>Willkommen</translation>
+    </message>
+    <message>
+        <source>Try Wizard</source>
+        <translation>Assistenten ausprobieren</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>wizard</name>
+    <message>
+        <source>Initialization</source>
+        <translation>Ersteinrichtung</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Arbeitsordner</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Auswählen</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Ausgabeordner</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>?</source>
+        <translation>?</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>The workspace keeps the source codes of ZELMOR; it is also where ZELMOR is compiled. The output folder receives the compiled ZELMOR and its assets. A folder named ZELMOR is created in the folder you select, and the output goes into its Output folder.</source>
+        <translation>Der Arbeitsordner enthält den Quellcode von ZELMOR; dort wird ZELMOR auch kompiliert. Der Ausgabeordner erhält das kompilierte ZELMOR und seine Assets. In dem Ordner, den Sie auswählen, wird ein Ordner namens ZELMOR angelegt; die Ausgabe kommt darin in den Ordner Output.</translation>
+    </message>
+</context>
+</TS>

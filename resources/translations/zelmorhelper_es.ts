@@ -1,0 +1,791 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es" sourcelanguage="en">
+<context>
+    <name>About</name>
+    <message>
+        <source>About ZELMOR Helper</source>
+        <translation>Acerca de ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Fetches, updates and compiles the source codes of ZELMOR on your own machine.</source>
+        <translation>Descarga, actualiza y compila el código fuente de ZELMOR en su propio equipo.</translation>
+    </message>
+    <message>
+        <source>Made by the ZELMOR Helper developers</source>
+        <translation>Creado por los desarrolladores de ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Thank you for using ZELMOR Helper!</source>
+        <translation>¡Gracias por usar ZELMOR Helper!</translation>
+    </message>
+</context>
+<context>
+    <name>AboutController</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Versión %1</translation>
+    </message>
+</context>
+<context>
+    <name>AppController</name>
+    <message>
+        <source>Stop</source>
+        <translation>Detener</translation>
+    </message>
+    <message>
+        <source>Get a complete copy of source codes of ZELLMOR from GitHub</source>
+        <translation>Obtener una copia completa del código fuente de ZELMOR desde GitHub</translation>
+    </message>
+    <message>
+        <source>Get module initialized</source>
+        <translation>Inicializar los módulos</translation>
+    </message>
+    <message>
+        <source>Update source codes and submodules</source>
+        <translation>Actualizar el código fuente y los submódulos</translation>
+    </message>
+    <message>
+        <source>Compile ZELMOR</source>
+        <translation>Compilar ZELMOR</translation>
+    </message>
+    <message>
+        <source>Perform</source>
+        <translation>Ejecutar</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>Done.</source>
+        <translation>Hecho.</translation>
+    </message>
+    <message>
+        <source>Task terminated by user.</source>
+        <translation>Tarea interrumpida por el usuario.</translation>
+    </message>
+    <message>
+        <source>All done.</source>
+        <translation>Todo listo.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Ready to install modules</source>
+        <translation>Listo para instalar los módulos</translation>
+    </message>
+    <message>
+        <source>Main source codes are ready. Do you want to get modules initialized right now?</source>
+        <translation>El código fuente principal está listo. ¿Desea inicializar los módulos ahora?</translation>
+    </message>
+    <message>
+        <source>Count down %d secs</source>
+        <translation>Cuenta atrás: %d s</translation>
+    </message>
+    <message>
+        <source>Checking files</source>
+        <translation>Comprobando los archivos</translation>
+    </message>
+    <message>
+        <source>&apos;asssets&apos; not found in %@/Android.</source>
+        <translation>No se encontró «assets» en %@/Android.</translation>
+    </message>
+    <message>
+        <source>Please re-download a complete copy of source codes.</source>
+        <translation>Vuelva a descargar una copia completa del código fuente.</translation>
+    </message>
+    <message>
+        <source>.git not found in %@.</source>
+        <translation>No se encontró .git en %@.</translation>
+    </message>
+    <message>
+        <source>Compiling</source>
+        <translation>Compilando</translation>
+    </message>
+    <message>
+        <source>Build in</source>
+        <translation>Carpeta de compilación</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Carpeta de salida</translation>
+    </message>
+    <message>
+        <source>Moving files to output folder</source>
+        <translation>Moviendo los archivos a la carpeta de salida</translation>
+    </message>
+    <message>
+        <source>%@ already exists. It may be source codes.</source>
+        <translation>%@ ya existe. Puede que contenga código fuente.</translation>
+    </message>
+    <message>
+        <source>Folder will add current date as extension if you choose to keep it.</source>
+        <translation>Si decide conservarla, se añadirá la fecha actual al nombre de la carpeta.</translation>
+    </message>
+    <message>
+        <source>How to deal with it?</source>
+        <translation>¿Qué desea hacer?</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>Conservar</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Reemplazar</translation>
+    </message>
+    <message>
+        <source>Downloading source codes</source>
+        <translation>Descargando el código fuente</translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation>Ubicación</translation>
+    </message>
+    <message>
+        <source>Registering modules</source>
+        <translation>Registrando los módulos</translation>
+    </message>
+    <message>
+        <source>Checking modules</source>
+        <translation>Comprobando los módulos</translation>
+    </message>
+    <message>
+        <source>Failure.</source>
+        <translation>Fallo.</translation>
+    </message>
+    <message>
+        <source> or .git in it not found!</source>
+        <translation> o su carpeta .git no encontrada.</translation>
+    </message>
+    <message>
+        <source> gives no module name!</source>
+        <translation> no indica ningún nombre de módulo.</translation>
+    </message>
+    <message>
+        <source> It is skipped.</source>
+        <translation> Se omite.</translation>
+    </message>
+    <message>
+        <source>Module Exists</source>
+        <translation>El módulo ya existe</translation>
+    </message>
+    <message>
+        <source>Found submodule</source>
+        <translation>Se encontró el submódulo</translation>
+    </message>
+    <message>
+        <source>Skip</source>
+        <translation>Omitir</translation>
+    </message>
+    <message>
+        <source>Getting module</source>
+        <translation>Obteniendo el módulo</translation>
+    </message>
+    <message>
+        <source>Skip module</source>
+        <translation>Omitiendo el módulo</translation>
+    </message>
+    <message>
+        <source>Main source codes are ready. Do you want to get essential modules initialized right now?</source>
+        <translation>El código fuente principal está listo. ¿Desea inicializar ahora los módulos esenciales?</translation>
+    </message>
+    <message>
+        <source>Ready to start initializing modules. Please wait...</source>
+        <translation>Listo para inicializar los módulos. Espere, por favor...</translation>
+    </message>
+    <message>
+        <source>Please re-initialize it.</source>
+        <translation>Vuelva a inicializarlo.</translation>
+    </message>
+    <message>
+        <source>Updating source codes</source>
+        <translation>Actualizando el código fuente</translation>
+    </message>
+    <message>
+        <source>Checking for update of ZELMOR master</source>
+        <translation>Buscando actualizaciones de ZELMOR (master)</translation>
+    </message>
+    <message>
+        <source>Checking for update of submodules</source>
+        <translation>Buscando actualizaciones de los submódulos</translation>
+    </message>
+</context>
+<context>
+    <name>ComponentChecks</name>
+    <message>
+        <source>Homebrew</source>
+        <translation>Homebrew</translation>
+    </message>
+    <message>
+        <source>Git</source>
+        <translation>Git</translation>
+    </message>
+    <message>
+        <source>CMake</source>
+        <translation>CMake</translation>
+    </message>
+    <message>
+        <source>Make</source>
+        <translation>Make</translation>
+    </message>
+    <message>
+        <source>C compiler</source>
+        <translation>Compilador de C</translation>
+    </message>
+    <message>
+        <source>C++ compiler</source>
+        <translation>Compilador de C++</translation>
+    </message>
+    <message>
+        <source>SDL 2 development files</source>
+        <translation>Archivos de desarrollo de SDL 2</translation>
+    </message>
+</context>
+<context>
+    <name>ConsoleFindBar</name>
+    <message>
+        <source>Find</source>
+        <translation>Buscar</translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation>Buscar anterior</translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation>Buscar siguiente</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Listo</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>No encontrado</translation>
+    </message>
+</context>
+<context>
+    <name>Installer</name>
+    <message>
+        <source>Install Components</source>
+        <translation>Instalar componentes</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper uses these tools to download and compile ZELMOR.</source>
+        <translation>ZELMOR Helper usa estas herramientas para descargar y compilar ZELMOR.</translation>
+    </message>
+    <message>
+        <source>Component</source>
+        <translation>Componente</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Estado</translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation>Ubicación</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copiar</translation>
+    </message>
+    <message>
+        <source>Check Again</source>
+        <translation>Volver a comprobar</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Cerrar</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerWindow</name>
+    <message>
+        <source>Checking…</source>
+        <translation>Comprobando…</translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation>Falta</translation>
+    </message>
+    <message>
+        <source>Found</source>
+        <translation>Encontrado</translation>
+    </message>
+    <message>
+        <source>Found, version %1</source>
+        <translation>Encontrado, versión %1</translation>
+    </message>
+    <message>
+        <source>not at %1</source>
+        <translation>no está en %1</translation>
+    </message>
+    <message>
+        <source>Everything ZELMOR Helper needs is installed.</source>
+        <translation>Todo lo que ZELMOR Helper necesita está instalado.</translation>
+    </message>
+    <message>
+        <source>To install what is missing, run this in a terminal, then click Check Again:</source>
+        <translation>Para instalar lo que falta, ejecute esto en un terminal y después haga clic en «Volver a comprobar»:</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Perform</source>
+        <translation>Ejecutar</translation>
+    </message>
+    <message>
+        <source>ZELMOR</source>
+        <translation>ZELMOR</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Edición</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Buscar</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Ventana</translation>
+    </message>
+    <message>
+        <source>About ZELMOR Helper</source>
+        <translation>Acerca de ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Re-launch ZELMOR Helper</source>
+        <translation>Reiniciar ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Launch ZELMOR Helper Statusbar App</source>
+        <translation>Abrir ZELMOR Helper Statusbar App</translation>
+    </message>
+    <message>
+        <source>Install Essentials</source>
+        <translation>Instalar los componentes necesarios</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>Preferencias...</translation>
+    </message>
+    <message>
+        <source>Ctrl+,</source>
+        <translation>Ctrl+,</translation>
+    </message>
+    <message>
+        <source>Hide ZELMOR Helper</source>
+        <translation>Ocultar ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Ctrl+H</source>
+        <translation>Ctrl+H</translation>
+    </message>
+    <message>
+        <source>Hide Others</source>
+        <translation>Ocultar otros</translation>
+    </message>
+    <message>
+        <source>Ctrl+Alt+H</source>
+        <translation>Ctrl+Alt+H</translation>
+    </message>
+    <message>
+        <source>Show All</source>
+        <translation>Mostrar todo</translation>
+    </message>
+    <message>
+        <source>Quit ZELMOR Helper</source>
+        <translation>Salir de ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copiar</translation>
+    </message>
+    <message>
+        <source>Ctrl+C</source>
+        <translation>Ctrl+C</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Seleccionar todo</translation>
+    </message>
+    <message>
+        <source>Ctrl+A</source>
+        <translation>Ctrl+A</translation>
+    </message>
+    <message>
+        <source>Find...</source>
+        <translation>Buscar...</translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation>Ctrl+F</translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation>Buscar siguiente</translation>
+    </message>
+    <message>
+        <source>Ctrl+G</source>
+        <translation>Ctrl+G</translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation>Buscar anterior</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+G</source>
+        <translation>Ctrl+Shift+G</translation>
+    </message>
+    <message>
+        <source>Use Selection for Find</source>
+        <translation>Buscar la selección</translation>
+    </message>
+    <message>
+        <source>Ctrl+E</source>
+        <translation>Ctrl+E</translation>
+    </message>
+    <message>
+        <source>Jump to Selection</source>
+        <translation>Ir a la selección</translation>
+    </message>
+    <message>
+        <source>Ctrl+J</source>
+        <translation>Ctrl+J</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimizar</translation>
+    </message>
+    <message>
+        <source>Ctrl+M</source>
+        <translation>Ctrl+M</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>Bring All to Front</source>
+        <translation>Traer todo al frente</translation>
+    </message>
+</context>
+<context>
+    <name>PrefsController</name>
+    <message>
+        <source>Select</source>
+        <translation>Seleccionar</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <translation>Preferencias</translation>
+    </message>
+    <message>
+        <source>Paths</source>
+        <translation>Rutas</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Carpeta de trabajo</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Carpeta de salida</translation>
+    </message>
+    <message>
+        <source>Use &apos;ZELMOR&apos; and &apos;Output&apos; as default name of workspace and output folder</source>
+        <translation>Usar «ZELMOR» y «Output» como nombres predeterminados de las carpetas de trabajo y de salida</translation>
+    </message>
+    <message>
+        <source>If you want to use &apos;ZELMOR&apos; as the default name of workspace  and &apos;Output&apos; as the name of output folder, you just need to choose the parent folder of them. Otherwise, you need to choose the complete path.</source>
+        <translation>Si desea usar «ZELMOR» como nombre predeterminado de la carpeta de trabajo y «Output» como nombre de la carpeta de salida, basta con elegir la carpeta que las contiene. De lo contrario, elija la ruta completa.</translation>
+    </message>
+    <message>
+        <source>Switches</source>
+        <translation>Opciones</translation>
+    </message>
+    <message>
+        <source>Reset All</source>
+        <translation>Restablecer todo</translation>
+    </message>
+    <message>
+        <source>Reset Warnings</source>
+        <translation>Restablecer los avisos</translation>
+    </message>
+    <message>
+        <source>Enable Log</source>
+        <translation>Activar el registro</translation>
+    </message>
+    <message>
+        <source>Enable ZELMOR Helper Statusbar App Statup at Login</source>
+        <translation>Iniciar ZELMOR Helper Statusbar App al iniciar sesión</translation>
+    </message>
+    <message>
+        <source>Quit statusbar app with ZELMOR Helper</source>
+        <translation>Cerrar la aplicación de la barra de estado junto con ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>* Please restart ZELMOR Helper to take effect(s).</source>
+        <translation>* Reinicie ZELMOR Helper para aplicar los cambios.</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper must restart to take effects of changes.</source>
+        <translation>ZELMOR Helper debe reiniciarse para aplicar los cambios.</translation>
+    </message>
+    <message>
+        <source>You can restart the application later through the menu bar item.</source>
+        <translation>Puede reiniciar la aplicación más tarde desde la barra de menús.</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>Reiniciar</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Más tarde</translation>
+    </message>
+    <message>
+        <source>Notice</source>
+        <translation>Aviso</translation>
+    </message>
+    <message>
+        <source>Count down %d secs</source>
+        <translation>Cuenta atrás: %d s</translation>
+    </message>
+</context>
+<context>
+    <name>StatusbarCompanion</name>
+    <message>
+        <source>Open ZELMOR Helper</source>
+        <translation>Abrir ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Salir</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper Statusbar App is running.</source>
+        <translation>ZELMOR Helper Statusbar App se está ejecutando.</translation>
+    </message>
+    <message>
+        <source>%1 — %2%</source>
+        <translation>%1 — %2&#xa0;%</translation>
+    </message>
+    <message>
+        <source>No system tray is available on this desktop; exiting.</source>
+        <translation>Este escritorio no tiene bandeja del sistema; saliendo.</translation>
+    </message>
+    <message>
+        <source>Another instance is already running; exiting.</source>
+        <translation>Ya se está ejecutando otra instancia; saliendo.</translation>
+    </message>
+</context>
+<context>
+    <name>ZELMORHelperAppDelegate</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>About ZELMOR Helper</source>
+        <translation>Acerca de ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Re-launch ZELMOR Helper</source>
+        <translation>Reiniciar ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Launch ZELMOR Helper Statusbar App</source>
+        <translation>Abrir ZELMOR Helper Statusbar App</translation>
+    </message>
+    <message>
+        <source>Install Essentials</source>
+        <translation>Instalar los componentes necesarios</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>Preferencias...</translation>
+    </message>
+    <message>
+        <source>Hide ZELMOR Helper</source>
+        <translation>Ocultar ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Hide Others</source>
+        <translation>Ocultar otros</translation>
+    </message>
+    <message>
+        <source>Show All</source>
+        <translation>Mostrar todo</translation>
+    </message>
+    <message>
+        <source>Quit ZELMOR Helper</source>
+        <translation>Salir de ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Edición</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copiar</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Seleccionar todo</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Buscar</translation>
+    </message>
+    <message>
+        <source>Find...</source>
+        <translation>Buscar...</translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation>Buscar siguiente</translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation>Buscar anterior</translation>
+    </message>
+    <message>
+        <source>Use Selection for Find</source>
+        <translation>Buscar la selección</translation>
+    </message>
+    <message>
+        <source>Jump to Selection</source>
+        <translation>Ir a la selección</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Ventana</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimizar</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>Bring All to Front</source>
+        <translation>Traer todo al frente</translation>
+    </message>
+    <message>
+        <source>Welcome</source>
+        <translation>Bienvenida</translation>
+    </message>
+    <message>
+        <source>You need to install Xcode(larger in file size but recommend) or command line tool(needless for Xcode), homebrew, cmake, sdl.
+ 
+(cmake and sdl can be installed through homebrew)</source>
+        <translation>Debe instalar Xcode (ocupa más, pero es lo recomendado) o las Command Line Tools (innecesarias con Xcode), Homebrew, cmake y SDL.
+ 
+(cmake y SDL se pueden instalar con Homebrew)</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message>
+        <source>Don&apos;t know how to install? Click here to try wizard.</source>
+        <translation>¿No sabe cómo instalarlos? Haga clic aquí para probar el asistente.</translation>
+    </message>
+    <message>
+        <source>Initialization</source>
+        <translation>Inicialización</translation>
+    </message>
+    <message>
+        <source>Please set where to store source codes of ZELMOR and where to output compiled ZELMOR.</source>
+        <translation>Indique dónde guardar el código fuente de ZELMOR y dónde colocar ZELMOR una vez compilado.</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Carpeta de trabajo</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Carpeta de salida</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Seleccionar</translation>
+    </message>
+</context>
+<context>
+    <name>firstLaunch</name>
+    <message>
+        <source>Welcome</source>
+        <translation>Bienvenida</translation>
+    </message>
+    <message>
+        <source>Try Wizard</source>
+        <translation>Probar el asistente</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+</context>
+<context>
+    <name>wizard</name>
+    <message>
+        <source>Initialization</source>
+        <translation>Inicialización</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Carpeta de trabajo</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Seleccionar</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Carpeta de salida</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Ayuda</translation>
+    </message>
+    <message>
+        <source>?</source>
+        <translation>?</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message>
+        <source>The workspace keeps the source codes of ZELMOR; it is also where ZELMOR is compiled. The output folder receives the compiled ZELMOR and its assets. A folder named ZELMOR is created in the folder you select, and the output goes into its Output folder.</source>
+        <translation>La carpeta de trabajo guarda el código fuente de ZELMOR; también es donde se compila ZELMOR. La carpeta de salida recibe ZELMOR compilado y sus recursos. En la carpeta que elija se crea una carpeta llamada ZELMOR, y la salida va a su carpeta Output.</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,791 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr" sourcelanguage="en">
+<context>
+    <name>About</name>
+    <message>
+        <source>About ZELMOR Helper</source>
+        <translation>À propos de ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Fetches, updates and compiles the source codes of ZELMOR on your own machine.</source>
+        <translation>Télécharge, met à jour et compile le code source de ZELMOR sur votre propre ordinateur.</translation>
+    </message>
+    <message>
+        <source>Made by the ZELMOR Helper developers</source>
+        <translation>Réalisé par les développeurs de ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Thank you for using ZELMOR Helper!</source>
+        <translation>Merci d&apos;utiliser ZELMOR Helper&#xa0;!</translation>
+    </message>
+</context>
+<context>
+    <name>AboutController</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+</context>
+<context>
+    <name>AppController</name>
+    <message>
+        <source>Stop</source>
+        <translation>Arrêter</translation>
+    </message>
+    <message>
+        <source>Get a complete copy of source codes of ZELLMOR from GitHub</source>
+        <translation>Obtenir une copie complète du code source de ZELMOR depuis GitHub</translation>
+    </message>
+    <message>
+        <source>Get module initialized</source>
+        <translation>Initialiser les modules</translation>
+    </message>
+    <message>
+        <source>Update source codes and submodules</source>
+        <translation>Mettre à jour le code source et les sous-modules</translation>
+    </message>
+    <message>
+        <source>Compile ZELMOR</source>
+        <translation>Compiler ZELMOR</translation>
+    </message>
+    <message>
+        <source>Perform</source>
+        <translation>Exécuter</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Erreur</translation>
+    </message>
+    <message>
+        <source>Done.</source>
+        <translation>Terminé.</translation>
+    </message>
+    <message>
+        <source>Task terminated by user.</source>
+        <translation>Tâche interrompue par l&apos;utilisateur.</translation>
+    </message>
+    <message>
+        <source>All done.</source>
+        <translation>Tout est terminé.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Ready to install modules</source>
+        <translation>Prêt à installer les modules</translation>
+    </message>
+    <message>
+        <source>Main source codes are ready. Do you want to get modules initialized right now?</source>
+        <translation>Le code source principal est prêt. Voulez-vous initialiser les modules maintenant&#xa0;?</translation>
+    </message>
+    <message>
+        <source>Count down %d secs</source>
+        <translation>Compte à rebours&#xa0;: %d s</translation>
+    </message>
+    <message>
+        <source>Checking files</source>
+        <translation>Vérification des fichiers</translation>
+    </message>
+    <message>
+        <source>&apos;asssets&apos; not found in %@/Android.</source>
+        <translation>«&#xa0;assets&#xa0;» introuvable dans %@/Android.</translation>
+    </message>
+    <message>
+        <source>Please re-download a complete copy of source codes.</source>
+        <translation>Veuillez télécharger à nouveau une copie complète du code source.</translation>
+    </message>
+    <message>
+        <source>.git not found in %@.</source>
+        <translation>.git introuvable dans %@.</translation>
+    </message>
+    <message>
+        <source>Compiling</source>
+        <translation>Compilation</translation>
+    </message>
+    <message>
+        <source>Build in</source>
+        <translation>Dossier de compilation</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Dossier de sortie</translation>
+    </message>
+    <message>
+        <source>Moving files to output folder</source>
+        <translation>Déplacement des fichiers vers le dossier de sortie</translation>
+    </message>
+    <message>
+        <source>%@ already exists. It may be source codes.</source>
+        <translation>%@ existe déjà. Il contient peut-être du code source.</translation>
+    </message>
+    <message>
+        <source>Folder will add current date as extension if you choose to keep it.</source>
+        <translation>Si vous le conservez, la date du jour sera ajoutée au nom du dossier.</translation>
+    </message>
+    <message>
+        <source>How to deal with it?</source>
+        <translation>Que voulez-vous faire&#xa0;?</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>Conserver</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Remplacer</translation>
+    </message>
+    <message>
+        <source>Downloading source codes</source>
+        <translation>Téléchargement du code source</translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation>Emplacement</translation>
+    </message>
+    <message>
+        <source>Registering modules</source>
+        <translation>Enregistrement des modules</translation>
+    </message>
+    <message>
+        <source>Checking modules</source>
+        <translation>Vérification des modules</translation>
+    </message>
+    <message>
+        <source>Failure.</source>
+        <translation>Échec.</translation>
+    </message>
+    <message>
+        <source> or .git in it not found!</source>
+        <translation> ou son dossier .git introuvable&#xa0;!</translation>
+    </message>
+    <message>
+        <source> gives no module name!</source>
+        <translation> ne donne aucun nom de module&#xa0;!</translation>
+    </message>
+    <message>
+        <source> It is skipped.</source>
+        <translation> Il est ignoré.</translation>
+    </message>
+    <message>
+        <source>Module Exists</source>
+        <translation>Le module existe</translation>
+    </message>
+    <message>
+        <source>Found submodule</source>
+        <translation>Sous-module existant</translation>
+    </message>
+    <message>
+        <source>Skip</source>
+        <translation>Ignorer</translation>
+    </message>
+    <message>
+        <source>Getting module</source>
+        <translation>Récupération du module</translation>
+    </message>
+    <message>
+        <source>Skip module</source>
+        <translation>Module ignoré&#xa0;:</translation>
+    </message>
+    <message>
+        <source>Main source codes are ready. Do you want to get essential modules initialized right now?</source>
+        <translation>Le code source principal est prêt. Voulez-vous initialiser les modules essentiels maintenant&#xa0;?</translation>
+    </message>
+    <message>
+        <source>Ready to start initializing modules. Please wait...</source>
+        <translation>Prêt à initialiser les modules. Veuillez patienter...</translation>
+    </message>
+    <message>
+        <source>Please re-initialize it.</source>
+        <translation>Veuillez l&apos;initialiser à nouveau.</translation>
+    </message>
+    <message>
+        <source>Updating source codes</source>
+        <translation>Mise à jour du code source</translation>
+    </message>
+    <message>
+        <source>Checking for update of ZELMOR master</source>
+        <translation>Recherche de mises à jour de ZELMOR (master)</translation>
+    </message>
+    <message>
+        <source>Checking for update of submodules</source>
+        <translation>Recherche de mises à jour des sous-modules</translation>
+    </message>
+</context>
+<context>
+    <name>ComponentChecks</name>
+    <message>
+        <source>Homebrew</source>
+        <translation>Homebrew</translation>
+    </message>
+    <message>
+        <source>Git</source>
+        <translation>Git</translation>
+    </message>
+    <message>
+        <source>CMake</source>
+        <translation>CMake</translation>
+    </message>
+    <message>
+        <source>Make</source>
+        <translation>Make</translation>
+    </message>
+    <message>
+        <source>C compiler</source>
+        <translation>Compilateur C</translation>
+    </message>
+    <message>
+        <source>C++ compiler</source>
+        <translation>Compilateur C++</translation>
+    </message>
+    <message>
+        <source>SDL 2 development files</source>
+        <translation>Fichiers de développement SDL 2</translation>
+    </message>
+</context>
+<context>
+    <name>ConsoleFindBar</name>
+    <message>
+        <source>Find</source>
+        <translation>Rechercher</translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation>Rechercher le précédent</translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation>Rechercher le suivant</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Terminé</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>Introuvable</translation>
+    </message>
+</context>
+<context>
+    <name>Installer</name>
+    <message>
+        <source>Install Components</source>
+        <translation>Installer les composants</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper uses these tools to download and compile ZELMOR.</source>
+        <translation>ZELMOR Helper utilise ces outils pour télécharger et compiler ZELMOR.</translation>
+    </message>
+    <message>
+        <source>Component</source>
+        <translation>Composant</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>État</translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation>Emplacement</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copier</translation>
+    </message>
+    <message>
+        <source>Check Again</source>
+        <translation>Vérifier à nouveau</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerWindow</name>
+    <message>
+        <source>Checking…</source>
+        <translation>Vérification…</translation>
+    </message>
+    <message>
+        <source>Missing</source>
+        <translation>Manquant</translation>
+    </message>
+    <message>
+        <source>Found</source>
+        <translation>Trouvé</translation>
+    </message>
+    <message>
+        <source>Found, version %1</source>
+        <translation>Trouvé, version %1</translation>
+    </message>
+    <message>
+        <source>not at %1</source>
+        <translation>introuvable à l&apos;emplacement %1</translation>
+    </message>
+    <message>
+        <source>Everything ZELMOR Helper needs is installed.</source>
+        <translation>Tout ce dont ZELMOR Helper a besoin est installé.</translation>
+    </message>
+    <message>
+        <source>To install what is missing, run this in a terminal, then click Check Again:</source>
+        <translation>Pour installer ce qui manque, exécutez ceci dans un terminal, puis cliquez sur «&#xa0;Vérifier à nouveau&#xa0;»&#xa0;:</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Perform</source>
+        <translation>Exécuter</translation>
+    </message>
+    <message>
+        <source>ZELMOR</source>
+        <translation>ZELMOR</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Édition</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Rechercher</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Fenêtre</translation>
+    </message>
+    <message>
+        <source>About ZELMOR Helper</source>
+        <translation>À propos de ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Re-launch ZELMOR Helper</source>
+        <translation>Relancer ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Launch ZELMOR Helper Statusbar App</source>
+        <translation>Lancer ZELMOR Helper Statusbar App</translation>
+    </message>
+    <message>
+        <source>Install Essentials</source>
+        <translation>Installer les composants requis</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>Préférences...</translation>
+    </message>
+    <message>
+        <source>Ctrl+,</source>
+        <translation>Ctrl+,</translation>
+    </message>
+    <message>
+        <source>Hide ZELMOR Helper</source>
+        <translation>Masquer ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Ctrl+H</source>
+        <translation>Ctrl+H</translation>
+    </message>
+    <message>
+        <source>Hide Others</source>
+        <translation>Masquer les autres</translation>
+    </message>
+    <message>
+        <source>Ctrl+Alt+H</source>
+        <translation>Ctrl+Alt+H</translation>
+    </message>
+    <message>
+        <source>Show All</source>
+        <translation>Tout afficher</translation>
+    </message>
+    <message>
+        <source>Quit ZELMOR Helper</source>
+        <translation>Quitter ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copier</translation>
+    </message>
+    <message>
+        <source>Ctrl+C</source>
+        <translation>Ctrl+C</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Tout sélectionner</translation>
+    </message>
+    <message>
+        <source>Ctrl+A</source>
+        <translation>Ctrl+A</translation>
+    </message>
+    <message>
+        <source>Find...</source>
+        <translation>Rechercher...</translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation>Ctrl+F</translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation>Rechercher le suivant</translation>
+    </message>
+    <message>
+        <source>Ctrl+G</source>
+        <translation>Ctrl+G</translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation>Rechercher le précédent</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+G</source>
+        <translation>Ctrl+Shift+G</translation>
+    </message>
+    <message>
+        <source>Use Selection for Find</source>
+        <translation>Rechercher la sélection</translation>
+    </message>
+    <message>
+        <source>Ctrl+E</source>
+        <translation>Ctrl+E</translation>
+    </message>
+    <message>
+        <source>Jump to Selection</source>
+        <translation>Aller à la sélection</translation>
+    </message>
+    <message>
+        <source>Ctrl+J</source>
+        <translation>Ctrl+J</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Réduire</translation>
+    </message>
+    <message>
+        <source>Ctrl+M</source>
+        <translation>Ctrl+M</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>Bring All to Front</source>
+        <translation>Tout ramener au premier plan</translation>
+    </message>
+</context>
+<context>
+    <name>PrefsController</name>
+    <message>
+        <source>Select</source>
+        <translation>Choisir</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <translation>Préférences</translation>
+    </message>
+    <message>
+        <source>Paths</source>
+        <translation>Chemins</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Dossier de travail</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Dossier de sortie</translation>
+    </message>
+    <message>
+        <source>Use &apos;ZELMOR&apos; and &apos;Output&apos; as default name of workspace and output folder</source>
+        <translation>Utiliser «&#xa0;ZELMOR&#xa0;» et «&#xa0;Output&#xa0;» comme noms par défaut des dossiers de travail et de sortie</translation>
+    </message>
+    <message>
+        <source>If you want to use &apos;ZELMOR&apos; as the default name of workspace  and &apos;Output&apos; as the name of output folder, you just need to choose the parent folder of them. Otherwise, you need to choose the complete path.</source>
+        <translation>Si vous voulez utiliser «&#xa0;ZELMOR&#xa0;» comme nom par défaut du dossier de travail et «&#xa0;Output&#xa0;» comme nom du dossier de sortie, choisissez simplement le dossier qui les contient. Sinon, choisissez le chemin complet.</translation>
+    </message>
+    <message>
+        <source>Switches</source>
+        <translation>Options</translation>
+    </message>
+    <message>
+        <source>Reset All</source>
+        <translation>Tout réinitialiser</translation>
+    </message>
+    <message>
+        <source>Reset Warnings</source>
+        <translation>Réinitialiser les avertissements</translation>
+    </message>
+    <message>
+        <source>Enable Log</source>
+        <translation>Activer le journal</translation>
+    </message>
+    <message>
+        <source>Enable ZELMOR Helper Statusbar App Statup at Login</source>
+        <translation>Lancer ZELMOR Helper Statusbar App à l&apos;ouverture de session</translation>
+    </message>
+    <message>
+        <source>Quit statusbar app with ZELMOR Helper</source>
+        <translation>Quitter l&apos;application de la barre d&apos;état avec ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>* Please restart ZELMOR Helper to take effect(s).</source>
+        <translation>* Veuillez redémarrer ZELMOR Helper pour appliquer les changements.</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper must restart to take effects of changes.</source>
+        <translation>ZELMOR Helper doit redémarrer pour appliquer les changements.</translation>
+    </message>
+    <message>
+        <source>You can restart the application later through the menu bar item.</source>
+        <translation>Vous pourrez redémarrer l&apos;application plus tard depuis la barre des menus.</translation>
+    </message>
+    <message>
+        <source>Restart</source>
+        <translation>Redémarrer</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Plus tard</translation>
+    </message>
+    <message>
+        <source>Notice</source>
+        <translation>Remarque</translation>
+    </message>
+    <message>
+        <source>Count down %d secs</source>
+        <translation>Compte à rebours&#xa0;: %d s</translation>
+    </message>
+</context>
+<context>
+    <name>StatusbarCompanion</name>
+    <message>
+        <source>Open ZELMOR Helper</source>
+        <translation>Ouvrir ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quitter</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>ZELMOR Helper Statusbar App is running.</source>
+        <translation>ZELMOR Helper Statusbar App est en cours d&apos;exécution.</translation>
+    </message>
+    <message>
+        <source>%1 — %2%</source>
+        <translation>%1 — %2&#xa0;%</translation>
+    </message>
+    <message>
+        <source>No system tray is available on this desktop; exiting.</source>
+        <translation>Aucune zone de notification n&apos;est disponible sur ce bureau&#xa0;; fermeture.</translation>
+    </message>
+    <message>
+        <source>Another instance is already running; exiting.</source>
+        <translation>Une autre instance est déjà en cours d&apos;exécution&#xa0;; fermeture.</translation>
+    </message>
+</context>
+<context>
+    <name>ZELMORHelperAppDelegate</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>About ZELMOR Helper</source>
+        <translation>À propos de ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Re-launch ZELMOR Helper</source>
+        <translation>Relancer ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Launch ZELMOR Helper Statusbar App</source>
+        <translation>Lancer ZELMOR Helper Statusbar App</translation>
+    </message>
+    <message>
+        <source>Install Essentials</source>
+        <translation>Installer les composants requis</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>Préférences...</translation>
+    </message>
+    <message>
+        <source>Hide ZELMOR Helper</source>
+        <translation>Masquer ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Hide Others</source>
+        <translation>Masquer les autres</translation>
+    </message>
+    <message>
+        <source>Show All</source>
+        <translation>Tout afficher</translation>
+    </message>
+    <message>
+        <source>Quit ZELMOR Helper</source>
+        <translation>Quitter ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Édition</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copier</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Tout sélectionner</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Rechercher</translation>
+    </message>
+    <message>
+        <source>Find...</source>
+        <translation>Rechercher...</translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation>Rechercher le suivant</translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation>Rechercher le précédent</translation>
+    </message>
+    <message>
+        <source>Use Selection for Find</source>
+        <translation>Rechercher la sélection</translation>
+    </message>
+    <message>
+        <source>Jump to Selection</source>
+        <translation>Aller à la sélection</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Fenêtre</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Réduire</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>Bring All to Front</source>
+        <translation>Tout ramener au premier plan</translation>
+    </message>
+    <message>
+        <source>Welcome</source>
+        <translation>Bienvenue</translation>
+    </message>
+    <message>
+        <source>You need to install Xcode(larger in file size but recommend) or command line tool(needless for Xcode), homebrew, cmake, sdl.
+ 
+(cmake and sdl can be installed through homebrew)</source>
+        <translation>Vous devez installer Xcode (volumineux mais recommandé) ou les Command Line Tools (inutiles avec Xcode), Homebrew, cmake et SDL.
+ 
+(cmake et SDL peuvent être installés avec Homebrew)</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Don&apos;t know how to install? Click here to try wizard.</source>
+        <translation>Vous ne savez pas comment les installer&#xa0;? Cliquez ici pour essayer l&apos;assistant.</translation>
+    </message>
+    <message>
+        <source>Initialization</source>
+        <translation>Initialisation</translation>
+    </message>
+    <message>
+        <source>Please set where to store source codes of ZELMOR and where to output compiled ZELMOR.</source>
+        <translation>Indiquez où enregistrer le code source de ZELMOR et où placer ZELMOR une fois compilé.</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Dossier de travail</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Dossier de sortie</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Choisir</translation>
+    </message>
+</context>
+<context>
+    <name>firstLaunch</name>
+    <message>
+        <source>Welcome</source>
+        <translation>Bienvenue</translation>
+    </message>
+    <message>
+        <source>Try Wizard</source>
+        <translation>Essayer l&apos;assistant</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>wizard</name>
+    <message>
+        <source>Initialization</source>
+        <translation>Initialisation</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Dossier de travail</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Choisir</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Dossier de sortie</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Aide</translation>
+    </message>
+    <message>
+        <source>?</source>
+        <translation>?</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>The workspace keeps the source codes of ZELMOR; it is also where ZELMOR is compiled. The output folder receives the compiled ZELMOR and its assets. A folder named ZELMOR is created in the folder you select, and the output goes into its Output folder.</source>
+        <translation>Le dossier de travail contient le code source de ZELMOR&#xa0;; c&apos;est aussi là que ZELMOR est compilé. Le dossier de sortie reçoit ZELMOR compilé et ses ressources. Un dossier nommé ZELMOR est créé dans le dossier que vous choisissez, et la sortie va dans son dossier Output.</translation>
+    </message>
+</context>
+</TS>
