@@ -9,7 +9,7 @@ cd "$here"
 jobs="$(nproc 2>/dev/null || echo 2)"
 
 packages=(qt6-base-dev qt6-tools-dev qt6-l10n-tools qt6-tools-dev-tools libgl-dev
-          cmake g++ git make xvfb xauth desktop-file-utils libsdl2-dev)
+          qt6-translations-l10n cmake g++ git make xvfb xauth desktop-file-utils libsdl2-dev)
 
 install_missing() {
     local missing=()

@@ -2,6 +2,7 @@
 #include "companions/statusbar/StatusbarCompanion.h"
 #include "companions/statusbar/StatusbarOptions.h"
 #include "platform/Bundle.h"
+#include "platform/Translation.h"
 
 #include <QApplication>
 #include <QSystemTrayIcon>
@@ -22,6 +23,7 @@ int main(int argc, char *argv[])
     QApplication app(argc, argv);
     // Only the tray menu ever opens; closing it must not end the program.
     app.setQuitOnLastWindowClosed(false);
+    installTranslator();
 
     const StatusbarOptions options = parseStatusbarArguments(app.arguments());
     if (!options.headless && !QSystemTrayIcon::isSystemTrayAvailable()) {

@@ -699,7 +699,7 @@
     </message>
     <message>
         <source>Welcome</source>
-        <translation>Bienvenida</translation>
+        <translation>Bienvenido</translation>
     </message>
     <message>
         <source>You need to install Xcode(larger in file size but recommend) or command line tool(needless for Xcode), homebrew, cmake, sdl.
@@ -742,7 +742,7 @@
     <name>firstLaunch</name>
     <message>
         <source>Welcome</source>
-        <translation>Bienvenida</translation>
+        <translation>Bienvenido</translation>
     </message>
     <message>
         <source>Try Wizard</source>

@@ -32,6 +32,10 @@ void isolateUser()
     qputenv("GIT_COMMITTER_NAME", "ZELMOR Test");
     qputenv("GIT_COMMITTER_EMAIL", "test@zelmor.invalid");
     qputenv("GIT_TERMINAL_PROMPT", "0");
+    // The tests expect the English texts, of the bundle's programs and of
+    // git alike, whatever language the machine's user reads.
+    qputenv("LC_ALL", "C.UTF-8");
+    qputenv("LANGUAGE", "en");
     // Local fixtures are cloned with file:// URLs, which newer git refuses for
     // submodules unless allowed.
     qputenv("GIT_ALLOW_PROTOCOL", "file:https:http:ssh:git");

@@ -14,8 +14,8 @@ namespace TestSupport {
 
 // Every test program runs as a fresh user: HOME and XDG_CONFIG_HOME point into
 // a temporary folder, git reads no global or system configuration and has an
-// identity for commits. Called by ZELMOR_TEST_MAIN before the application
-// object exists.
+// identity for commits, and everything speaks English. Called by
+// ZELMOR_TEST_MAIN before the application object exists.
 void isolateUser();
 QString homeDir();
 
