@@ -132,8 +132,9 @@ private slots:
             const bool keysOnly = after.language == after.sourceLanguage;
             int missing = 0, unfinished = 0, mismatched = 0;
             for (const Entry &e : after.entries) {
-                const QString where = QStringLiteral("%1: [%2] \"%3\"")
-                                          .arg(after.language, e.context, e.source);
+                const QString where =
+                    QStringLiteral("%1: [%2] \"%3\"")
+                        .arg(after.language, e.context, QString(e.source).replace('\n', "\\n"));
                 const bool known = std::any_of(before.entries.cbegin(), before.entries.cend(),
                                                [&](const Entry &b) {
                                                    return b.context == e.context
@@ -149,7 +150,8 @@ private slots:
                     problems << where + " is unfinished";
                 } else if (placeholders(e.source) != placeholders(e.translation)) {
                     ++mismatched;
-                    problems << where + " has other placeholders: \"" + e.translation + "\"";
+                    problems << where + " has other placeholders: \""
+                                    + QString(e.translation).replace('\n', "\\n") + "\"";
                 }
             }
             qInfo("%s: %lld texts, %d missing, %d unfinished, %d with other placeholders",
