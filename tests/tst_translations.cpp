@@ -17,13 +17,10 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTranslator>
 #include <QXmlStreamReader>
-
-#include <algorithm>
-
-#include <memory>
 
 using namespace TestSupport;
 
@@ -127,6 +124,9 @@ private slots:
         for (int i = 0; i < tsFiles.size(); ++i) {
             const TsFile before = readTs(tsFiles.at(i).filePath());
             const TsFile after = readTs(tsCopies.at(i));
+            QSet<QString> known;
+            for (const Entry &e : before.entries)
+                known.insert(e.context + '\x04' + e.source);
             QVERIFY2(!after.entries.isEmpty(), qPrintable(tsCopies.at(i)));
             // The English file only lists the keys; its texts are the keys.
             const bool keysOnly = after.language == after.sourceLanguage;
@@ -135,12 +135,7 @@ private slots:
                 const QString where =
                     QStringLiteral("%1: [%2] \"%3\"")
                         .arg(after.language, e.context, QString(e.source).replace('\n', "\\n"));
-                const bool known = std::any_of(before.entries.cbegin(), before.entries.cend(),
-                                               [&](const Entry &b) {
-                                                   return b.context == e.context
-                                                          && b.source == e.source;
-                                               });
-                if (!known) {
+                if (!known.contains(e.context + '\x04' + e.source)) {
                     ++missing;
                     problems << where + " is missing";
                 } else if (keysOnly) {
