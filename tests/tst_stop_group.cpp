@@ -69,8 +69,8 @@ class StopGroupTest : public QObject
 {
     Q_OBJECT
 
-    // Upload-pack answers only once <folder>/release exists (or after a long
-    // sleep): a fetch or clone from the fixture then runs until told.
+    // What upload-pack runs before it packs: a fetch or clone from the
+    // fixture then waits for the test (never for ever).
     static void holdServer(const QString &hook)
     {
         TestSupport::writeFile(TestSupport::homeDir() + "/.gitconfig",
@@ -150,7 +150,7 @@ private slots:
                                 + entry("tools", "file://" + fixture.toolsURL()))
                                    .toUtf8());
         const QString release = fixture.root() + "/release";
-        holdServer("while [ ! -e " + release + " ]; do sleep 0.05; done;");
+        holdServer("i=0; while [ ! -e " + release + " ] && [ $i -lt 1200 ]; do sleep 0.05; i=$((i+1)); done;");
         SettingsStore::standard().setObject(SettingsKeys::Workspace, ws);
         SettingsStore::standard().setObject(SettingsKeys::Log, QStringLiteral("0"));
 

@@ -88,7 +88,6 @@ void AppController::launchChild(const QString &program, const QStringList &argum
     // Standard input stays an open pipe that is never written: a child that
     // asks for input waits rather than reading an end of file.
     process->start(QIODevice::ReadWrite);
-    ProcessGroup::adopt(process->processId());
 }
 
 void AppController::detachChild()
@@ -108,7 +107,10 @@ void AppController::terminateChildGroup(QProcess *process)
     const qint64 group = process->processId();
     if (group <= 0)
         return;
-    ProcessGroup::signalGroup(group, SIGTERM);
+    // A child stopped the moment it was started may not lead its group yet;
+    // then nothing else is in the group either.
+    if (!ProcessGroup::signalGroup(group, SIGTERM))
+        process->terminate();
     // Whatever ignores SIGTERM is killed after the grace period; the timer
     // never holds up the window.
     QPointer<QProcess> stopped = process;
@@ -117,8 +119,9 @@ void AppController::terminateChildGroup(QProcess *process)
         // child, which leads a group of the same id.
         if (unixTask && unixTask != stopped && unixTask->processId() == group)
             return;
-        if (ProcessGroup::isAlive(group))
-            ProcessGroup::signalGroup(group, SIGKILL);
+        if (!ProcessGroup::signalGroup(group, SIGKILL) && stopped
+            && stopped->state() != QProcess::NotRunning)
+            stopped->kill();
     });
 }
 

@@ -1,6 +1,5 @@
 #include "workflow/ProcessGroup.h"
 
-#include <cerrno>
 #include <csignal>
 #include <unistd.h>
 
@@ -8,13 +7,7 @@ namespace ProcessGroup {
 
 void becomeLeader()
 {
-    ::setpgid(0, 0);
-}
-
-void adopt(qint64 pid)
-{
-    if (pid > 0)
-        ::setpgid(static_cast<pid_t>(pid), static_cast<pid_t>(pid));
+    ::setsid();
 }
 
 bool signalGroup(qint64 pgid, int signal)
@@ -23,14 +16,6 @@ bool signalGroup(qint64 pgid, int signal)
     if (pgid <= 1)
         return false;
     return ::kill(-static_cast<pid_t>(pgid), signal) == 0;
-}
-
-bool isAlive(qint64 pgid)
-{
-    if (pgid <= 1)
-        return false;
-    // EPERM still means someone is there.
-    return ::kill(-static_cast<pid_t>(pgid), 0) == 0 || errno == EPERM;
 }
 
 } // namespace ProcessGroup

@@ -8,18 +8,15 @@
 // child's process id.
 namespace ProcessGroup {
 
-// Runs in the child between fork and exec (QProcess::setChildProcessModifier):
-// only async-signal-safe calls.
+// Runs in the child between fork and exec (QProcess::setChildProcessModifier),
+// so only async-signal-safe calls. A new session, not only a new group: a
+// tool that asks on the terminal the application was started from (ssh's
+// host-key question) then fails and says so, instead of being stopped for
+// reading from a terminal it does not own, which would hang the operation.
 void becomeLeader();
 
-// The parent's half of the same move, for the moment before the child has
-// made it itself; harmless once the child has run its program.
-void adopt(qint64 pid);
-
-// Sends signal to every process of the group; false when none is left.
+// Sends signal to every process of the group; false when there is no such
+// group (it has ended, or the child has not yet made it).
 bool signalGroup(qint64 pgid, int signal);
-
-// Whether any process (a zombie not yet reaped included) is in the group.
-bool isAlive(qint64 pgid);
 
 } // namespace ProcessGroup
