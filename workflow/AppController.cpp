@@ -87,11 +87,16 @@ void AppController::perform()
         // A pause left over from an update that was stopped must not start
         // its second pull in the middle of this operation.
         m_updatePause->stop();
+        // A child the user stopped may not have ended yet (or one left
+        // running by a check): its end belongs to the operation it was part
+        // of, not to the one starting now.
+        detachChild();
         buttonPerform->setText(tr("Stop"));
         spinner->startAnimation();
         progressbar->startAnimation();
         publishProgress();
 
+        bool keepStage = false;
         switch (selectedTag()) {
         case TagClone:
             InstallCheck();
@@ -104,6 +109,11 @@ void AppController::perform()
             break;
         case TagModules:
             InstallModuleCheck();
+            // The check starts counting at 0 itself; when it has passed over
+            // refused entries before its first clone or question, `now`
+            // names the module that is under way and must stay, or that
+            // module would be fetched twice.
+            keepStage = true;
             break;
         default:
             outputField->setString(tr("Error"));
@@ -112,7 +122,8 @@ void AppController::perform()
             publishProgress();
             break;
         }
-        now = 0;
+        if (!keepStage)
+            now = 0;
         terminatedByUser = 0;
     } else if (title == tr("Stop")) {
         stopRequest = 1;

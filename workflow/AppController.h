@@ -9,6 +9,7 @@
 
 #include <functional>
 
+enum class ModuleEntryVerdict;
 class AlertSheet;
 class ConsoleView;
 class MainWindow;
@@ -140,6 +141,12 @@ private:
     void removeRegistrations();
     // Gives up the reference to a child; it is freed once it has ended.
     void releaseChild(QProcess *process);
+    // The current child stops being current, running or not: its output and
+    // its end are ignored from now on.
+    void detachChild();
+    // SIGTERM to the child's process group at once, SIGKILL to what is left
+    // of it after a grace period.
+    void terminateChildGroup(QProcess *process);
     // Tells the shell when what the companion shows may have changed.
     void publishProgress(bool force = false);
     // Replaces the speed label (the idle label, or git's speed).
@@ -151,8 +158,9 @@ private:
     // A check found no git checkout at path: the failure message with the
     // hint, then the idle look.
     void reportMissingCheckout(const QString &path, const QString &hint);
-    // Module URLs that yield no folder name are reported and passed over.
-    void reportNamelessModule(const QString &url);
+    // A module entry the guard refused (checkModuleEntry) is reported, and
+    // passed over.
+    void reportRefusedModule(const QString &url, ModuleEntryVerdict verdict);
 
     QList<QMetaObject::Connection> m_registrations;
     QStringDecoder m_stdoutDecoder{QStringDecoder::Utf8};

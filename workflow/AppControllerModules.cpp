@@ -89,11 +89,14 @@ void AppController::reportMissingCheckout(const QString &path, const QString &hi
     stopTask();
 }
 
-void AppController::reportNamelessModule(const QString &url)
+void AppController::reportRefusedModule(const QString &url, ModuleEntryVerdict verdict)
 {
+    const QString reason = verdict == ModuleEntryVerdict::NoName
+                               ? tr(" gives no module name!")
+                               : tr(" is not a plain module URL!");
     outputField->insertText(formatText(QStringLiteral("\n%@\n%@: %@%@%@\n"),
-                                       {tr("Failure."), tr("Error"), url,
-                                        tr(" gives no module name!"), tr(" It is skipped.")}));
+                                       {tr("Failure."), tr("Error"), url, reason,
+                                        tr(" It is skipped.")}));
 }
 
 void AppController::startInstallModule()
@@ -101,24 +104,26 @@ void AppController::startInstallModule()
     spinner->startAnimation();
     moduleCount = moduleURL.size();
 
-    // A URL without a name (fewer than two tokens) cannot be cloned into a
-    // folder of its own: say so and go on with the next one.
+    // The URLs come from a downloaded file and go into a shell line: one that
+    // yields no folder name, or that the shell or git could take for more
+    // than a URL and a folder, is reported and passed over, and nothing on
+    // disk is touched for it.
     QString url;
     QString name;
     while (now < moduleCount) {
         url = moduleURL.at(now);
-        bool named = false;
-        name = moduleNameFromURL(url, &named);
-        if (named)
+        name = moduleNameFromURL(url);
+        const ModuleEntryVerdict verdict = checkModuleEntry(url, name);
+        if (verdict == ModuleEntryVerdict::Accepted)
             break;
-        reportNamelessModule(url);
+        reportRefusedModule(url, verdict);
         now += 1;
     }
 
     if (!(now < moduleCount)) {
         terminatedByUser = 0;
         if (unixTask)
-            unixTask->terminate();
+            terminateChildGroup(unixTask);
         notifiedForComplete();
         return;
     }
@@ -153,6 +158,13 @@ void AppController::moduleAlertDidEnd(int returnCode)
     if (m_questionSheet)
         m_questionSheet->orderOut();
 
+    // The folder is removed or moved by name: only a name that passed the
+    // guard can stand for a module folder (an empty one is the workspace).
+    if ((returnCode == 1000 || returnCode == 1001)
+        && checkModuleEntry(moduleURL.value(now), moduleName) != ModuleEntryVerdict::Accepted) {
+        std::fprintf(stderr, "Error alert sheet.\n");
+        return;
+    }
     const QString folder = formatText(QStringLiteral("%@/%@"), {rootDirectory, moduleName});
     const QString kept =
         formatText(QStringLiteral("%@/%@.%@"),

@@ -4,12 +4,21 @@
 #include "widgets/ProgressBar.h"
 #include "widgets/Spinner.h"
 #include "workflow/OutputParsing.h"
+#include "workflow/ProcessGroup.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 
+#include <csignal>
 #include <cstdio>
+
+namespace {
+// How long the processes of a stopped child have to end after SIGTERM
+// before they get SIGKILL.
+constexpr int StopGraceMs = 3000;
+} // namespace
 
 // The runner: one child at a time, its output delivered chunk by chunk on the
 // main thread, its end reported through notifiedForComplete().
@@ -27,20 +36,29 @@ void AppController::launchChild(const QString &program, const QStringList &argum
     process->setProgram(program);
     process->setArguments(arguments);
     process->setWorkingDirectory(folder);
+    // A group of its own, so Stop reaches everything the child starts.
+    process->setChildProcessModifier(&ProcessGroup::becomeLeader);
 
-    // The previous child, if any, is left alone; its connections stay until
-    // the next completion removes them all.
-    releaseChild(unixTask);
+    // The previous child, if any, is left running; it is no longer the
+    // current one, so nothing it does reaches this operation.
+    detachChild();
     unixTask = process;
     m_stdoutDecoder = QStringDecoder(QStringDecoder::Utf8);
     m_stderrDecoder = QStringDecoder(QStringDecoder::Utf8);
 
+    // Each handler first asks whether this is still the current child: the
+    // output and the end of one the user stopped and then replaced by a new
+    // operation must neither show up in nor advance that operation.
     m_registrations.append(connect(process, &QProcess::readyReadStandardOutput, this,
                                    [this, process] {
+                                       if (process != unixTask)
+                                           return;
                                        notifiedForStdOutput(process->readAllStandardOutput());
                                    }));
     m_registrations.append(connect(
         process, &QProcess::readyReadStandardError, this, [this, process] {
+            if (process != unixTask)
+                return;
             m_stderrGivenUp = false;
             notifiedForStdError(process->readAllStandardError());
             if (m_stderrGivenUp) {
@@ -51,8 +69,10 @@ void AppController::launchChild(const QString &program, const QStringList &argum
                 process->closeReadChannel(QProcess::StandardError);
             }
         }));
-    m_registrations.append(connect(process, &QProcess::finished, this,
-                                   [this] { notifiedForComplete(); }));
+    m_registrations.append(connect(process, &QProcess::finished, this, [this, process] {
+        if (process == unixTask)
+            notifiedForComplete();
+    }));
 
     connect(process, &QProcess::errorOccurred, process, [process](QProcess::ProcessError error) {
         if (error != QProcess::FailedToStart)
@@ -68,6 +88,41 @@ void AppController::launchChild(const QString &program, const QStringList &argum
     // Standard input stays an open pipe that is never written: a child that
     // asks for input waits rather than reading an end of file.
     process->start(QIODevice::ReadWrite);
+}
+
+void AppController::detachChild()
+{
+    QProcess *process = unixTask;
+    if (!process)
+        return;
+    unixTask = nullptr;
+    // What it still writes is drained and dropped, never buffered.
+    process->closeReadChannel(QProcess::StandardOutput);
+    process->closeReadChannel(QProcess::StandardError);
+    releaseChild(process);
+}
+
+void AppController::terminateChildGroup(QProcess *process)
+{
+    const qint64 group = process->processId();
+    if (group <= 0)
+        return;
+    // A child stopped the moment it was started may not lead its group yet;
+    // then nothing else is in the group either.
+    if (!ProcessGroup::signalGroup(group, SIGTERM))
+        process->terminate();
+    // Whatever ignores SIGTERM is killed after the grace period; the timer
+    // never holds up the window.
+    QPointer<QProcess> stopped = process;
+    QTimer::singleShot(StopGraceMs, this, [this, group, stopped] {
+        // Once the whole group is gone its id may have been given to a new
+        // child, which leads a group of the same id.
+        if (unixTask && unixTask != stopped && unixTask->processId() == group)
+            return;
+        if (!ProcessGroup::signalGroup(group, SIGKILL) && stopped
+            && stopped->state() != QProcess::NotRunning)
+            stopped->kill();
+    });
 }
 
 void AppController::releaseChild(QProcess *process)
@@ -94,7 +149,7 @@ void AppController::stopTask()
     if (stopRequest == 1) {
         terminatedByUser = 1;
         if (unixTask)
-            unixTask->terminate();
+            terminateChildGroup(unixTask);
     }
     buttonPerform->setText(tr("Perform"));
     showSpeed->setText(OutputParsing::IdleSpeedLabel.toString());

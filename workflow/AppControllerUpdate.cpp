@@ -35,12 +35,14 @@ void AppController::UpdateCheck()
 
     qint64 found = 0;
     for (now = 0; now < moduleCount; ++now) {
-        bool named = false;
-        moduleName = moduleNameFromURL(moduleURL.at(now), &named);
-        if (!named) {
-            // Such a module can never be found; it counts as missing, so no
-            // update starts.
-            reportNamelessModule(moduleURL.at(now));
+        const QString &url = moduleURL.at(now);
+        moduleName = moduleNameFromURL(url);
+        const ModuleEntryVerdict verdict = checkModuleEntry(url, moduleName);
+        if (verdict != ModuleEntryVerdict::Accepted) {
+            // The module operation never fetches such a module, and its name
+            // is not looked up on disk; it counts as missing, so no update
+            // starts.
+            reportRefusedModule(url, verdict);
             stopRequest = 0;
             stopTask();
             continue;

@@ -24,7 +24,45 @@ QStringList splitAtAny(const QString &text, QStringView separators)
     return tokens;
 }
 
+// One word that bash hands over literally, and git does not read as an
+// option.
+bool isPlainShellWord(QStringView word)
+{
+    if (word.isEmpty() || word.front() == u'-' || word.front() == u'~')
+        return false;
+    for (const QChar c : word) {
+        const char16_t u = c.unicode();
+        const bool plain = (u >= u'a' && u <= u'z') || (u >= u'A' && u <= u'Z')
+                           || (u >= u'0' && u <= u'9') || QStringView(u"-._~:/@%+=,").contains(c);
+        if (!plain)
+            return false;
+    }
+    // "NAME=..." is an assignment to bash, even as an argument: a "~" after
+    // its "=" or any ":" becomes the home folder.
+    const qsizetype equals = word.indexOf(u'=');
+    if (equals > 0 && word.contains(u'~')) {
+        const QStringView head = word.first(equals);
+        bool identifier = !(head.front() >= u'0' && head.front() <= u'9');
+        for (const QChar c : head)
+            identifier = identifier && (c == u'_' || (c.unicode() < 128 && c.isLetterOrNumber()));
+        if (identifier)
+            return false;
+    }
+    return true;
+}
+
 } // namespace
+
+ModuleEntryVerdict checkModuleEntry(const QString &url, const QString &name)
+{
+    if (name.isEmpty() || name == QLatin1String(".") || name == QLatin1String(".."))
+        return ModuleEntryVerdict::NoName;
+    if (!isPlainShellWord(url) || url.contains(QLatin1String("::")))
+        return ModuleEntryVerdict::Unsafe;
+    if (!isPlainShellWord(name) || name.contains(u'/'))
+        return ModuleEntryVerdict::Unsafe;
+    return ModuleEntryVerdict::Accepted;
+}
 
 QStringList moduleURLsFromGitmodules(const QString &text)
 {

@@ -21,6 +21,25 @@ QStringList moduleURLsFromGitmodules(const QString &text);
 // tokens has no name: ok is set to false and an empty string returned.
 QString moduleNameFromURL(const QString &url, bool *ok = nullptr);
 
+// Whether a module entry may go into the shell line "git clone --progress
+// URL NAME". The URL comes from a downloaded .gitmodules, so it is treated as
+// a stranger's text: it is accepted only when bash passes it to git as one
+// word, unchanged, and git cannot take it for an option. That holds for the
+// ordinary forms (https, http, ssh, git and file URLs, scp-style user@host:path,
+// plain paths) made of ASCII letters, digits and -._~:/@%+=, and nothing else.
+// Refused besides: a leading "-" (git would read an option) or "~" (bash
+// would put the home folder there), a word that looks like an assignment and
+// holds "~" (bash expands it after "=" and ":" there), and "::" in the URL
+// (git starts the helper program a transport::address names). The name must
+// also be one folder inside the workspace: not empty, ".", "..", nor holding
+// "/".
+enum class ModuleEntryVerdict {
+    Accepted,
+    NoName,  // no folder name can be derived (or only "." or "..")
+    Unsafe,  // the URL or the name could run or change something
+};
+ModuleEntryVerdict checkModuleEntry(const QString &url, const QString &name);
+
 // "yyyy-MM-dd HH.mm.ss" in local time; appended with "." to a folder the
 // user keeps.
 QString dateSuffix(const QDateTime &when);

@@ -170,6 +170,10 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <source> is not a plain module URL!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source> It is skipped.</source>
         <translation type="unfinished"></translation>
     </message>
