@@ -109,6 +109,42 @@ private slots:
         QFETCH(QString, name);
         QTEST(checkModuleEntry(QStringLiteral("https://h/o/x.git"), name), "verdict");
     }
+
+    // What registration may append to the repository's config: only what
+    // git itself writes into .gitmodules.
+    void registry_data()
+    {
+        QTest::addColumn<QString>("gitmodules");
+        QTest::addColumn<int>("foreignLine");
+        const QString lang = "[submodule \"lang\"]\n\tpath = lang\n\turl = https://h/emu-lang.git\n";
+        QTest::newRow("git's own layout") << lang << 0;
+        QTest::newRow("empty") << "" << 0;
+        QTest::newRow("CR LF, comments, blank lines")
+            << "# modules\r\n[submodule \"a\"]\r\n\r\n  path = a ; here\r\n\turl=x\r\n" << 0;
+        QTest::newRow("every submodule key")
+            << lang + "\tbranch = main\n\tshallow = true\n\tignore = dirty\n"
+                      "\tfetchRecurseSubmodules = on-demand\n\tupdate = rebase\n\tUpdate = \"none\"\n"
+            << 0;
+        // A stranger's URL values are the URL guard's business, not this one's.
+        QTest::newRow("shell text in a value") << lang + "\turl = x;touch${IFS}m\n" << 0;
+        QTest::newRow("update runs a command") << lang + "\tupdate = !touch m\n" << 4;
+        QTest::newRow("fsmonitor") << lang + "[core]\n\tfsmonitor = touch m\n" << 4;
+        QTest::newRow("ssh command") << "[core]\nsshCommand = touch m\n" << 1;
+        QTest::newRow("alias") << lang + "[alias]\n\tpull = !touch m\n" << 4;
+        QTest::newRow("include") << "[include]\n\tpath = /tmp/evil\n" << 1;
+        QTest::newRow("conditional include") << "[includeIf \"gitdir:/\"]\n" << 1;
+        QTest::newRow("key on the header line") << "[submodule \"a\"] fsmonitor = x\n" << 1;
+        QTest::newRow("dotted section") << "[submodule.a]\n\tpath = a\n" << 1;
+        QTest::newRow("foreign key in a submodule") << lang + "\tfsmonitor = touch m\n" << 4;
+        QTest::newRow("key before any section") << "url = x\n" << 1;
+        QTest::newRow("continuation") << lang + "\turl = x\\\n[core]\n" << 4;
+        QTest::newRow("not a key at all") << lang + "\t= x\n" << 4;
+    }
+    void registry()
+    {
+        QFETCH(QString, gitmodules);
+        QTEST(firstForeignGitmodulesLine(gitmodules), "foreignLine");
+    }
 };
 
 ZELMOR_TEST_MAIN(ModuleGuardTest)

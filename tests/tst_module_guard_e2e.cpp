@@ -274,6 +274,40 @@ private slots:
         QCOMPARE(snapshot(workspace()), before);
     }
 
+    // Settings other than submodule entries are never registered, so the
+    // update's git commands cannot obey them; the modules are still fetched.
+    void foreignSettingsAreNotRegistered()
+    {
+        const QString marker = markerFolder() + "/config";
+        // git pull runs the fsmonitor hook; blank-free, so the stride still
+        // finds the one URL and the update goes ahead.
+        const QString gitmodules = entry("lang", m_fixture->langURL())
+                                   + "[core]\n\tfsmonitor = touch${IFS}" + marker + ";:\n";
+        resetWorkspace(gitmodules);
+        const QByteArray config = TestSupport::readFile(workspace() + "/.git/config");
+        Harness h;
+        h.perform(AppController::TagModules);
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
+        QCOMPARE(TestSupport::readFile(workspace() + "/.git/config"), config);
+        QVERIFY(!QFileInfo::exists(workspace() + "/.git/config.origin"));
+        QVERIFY(QFileInfo::exists(workspace() + "/lang/en.txt"));
+
+        h.perform(AppController::TagUpdate);
+        QTRY_VERIFY2_WITH_TIMEOUT(h.console().endsWith("All done.\n"), qPrintable(h.console()),
+                                  Patience);
+        QVERIFY(QDir(markerFolder()).isEmpty());
+
+        // The refusal names the file, in the console's failure format.
+        Harness fresh;
+        fresh.perform(AppController::TagModules);
+        QVERIFY(fresh.console().startsWith(
+            "\nChecking files...\nDone.\n\nRegistering modules...\n\nFailure.\nError: " + workspace()
+            + "/.gitmodules holds more than submodule entries! The modules are not registered in "
+              ".git/config.\nDone.\nChecking modules...\n"));
+        QTRY_VERIFY_WITH_TIMEOUT(!AlertSheet::openSheets().isEmpty(), Patience); // lang exists
+        AlertSheet::openSheets().constLast()->endSheet();
+    }
+
     // The update counts a refused entry as a module that is not there.
     void updateTreatsRefusedEntryAsMissing()
     {

@@ -40,13 +40,23 @@ void AppController::regModule()
 
     const QString config = formatText(QStringLiteral("%@/.git/config"), {rootDirectory});
     const QString backup = formatText(QStringLiteral("%@/.git/config.origin"), {rootDirectory});
-    // QFile::copy never overwrites, so the backup keeps the config as it was
-    // before the first registration and every later one starts from it.
-    QFile::copy(config, backup);
-    const std::optional<QString> pristine = readUtf8File(backup);
-    const std::optional<QString> modules =
-        readUtf8File(formatText(QStringLiteral("%@/.gitmodules"), {rootDirectory}));
-    writeTextAtomically(config, registeredConfigText(pristine, modules));
+    const QString gitmodules = formatText(QStringLiteral("%@/.gitmodules"), {rootDirectory});
+    const std::optional<QString> modules = readUtf8File(gitmodules);
+    if (modules && firstForeignGitmodulesLine(*modules) != 0) {
+        // Settings other than submodule entries would be obeyed by the next
+        // git command; the config is left untouched and the modules are
+        // still fetched one by one, each through the URL guard.
+        outputField->insertText(formatText(
+            QStringLiteral("\n%@\n%@: %@%@%@\n"),
+            {tr("Failure."), tr("Error"), gitmodules, tr(" holds more than submodule entries!"),
+             tr(" The modules are not registered in .git/config.")}));
+    } else {
+        // QFile::copy never overwrites, so the backup keeps the config as it
+        // was before the first registration and every later one starts from it.
+        QFile::copy(config, backup);
+        const std::optional<QString> pristine = readUtf8File(backup);
+        writeTextAtomically(config, registeredConfigText(pristine, modules));
+    }
 
     moduleURL = moduleURLsFromGitmodules(modules.value_or(QString()));
 

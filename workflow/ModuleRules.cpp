@@ -3,7 +3,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QStringDecoder>
+
+#include <climits>
 
 namespace {
 
@@ -127,6 +130,53 @@ std::optional<QString> readUtf8File(const QString &path)
     if (decoder.hasError())
         return std::nullopt;
     return text;
+}
+
+int firstForeignGitmodulesLine(const QString &text)
+{
+    static const QRegularExpression header(
+        QStringLiteral(R"(^\[\s*submodule\s+"[^"\\]*"\s*\]\s*([#;].*)?$)"),
+        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression assignment(
+        QStringLiteral(R"(^([A-Za-z][A-Za-z0-9-]*)\s*(=(.*))?$)"));
+    static const QStringList plainKeys = {
+        QStringLiteral("path"),   QStringLiteral("url"),    QStringLiteral("branch"),
+        QStringLiteral("shallow"), QStringLiteral("ignore"), QStringLiteral("fetchrecursesubmodules")};
+    static const QStringList updateModes = {QStringLiteral("checkout"), QStringLiteral("rebase"),
+                                            QStringLiteral("merge"), QStringLiteral("none")};
+
+    const QStringList lines = text.split(u'\n');
+    bool inSection = false; // keys before the first section belong to no submodule
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const QString line = lines.at(i).trimmed();
+        const int number = int(qMin<qsizetype>(i + 1, INT_MAX));
+        if (line.isEmpty() || line.startsWith(u'#') || line.startsWith(u';'))
+            continue;
+        // A continuation joins the next line to this one as git reads it;
+        // git never writes one here, so there is no need to follow it.
+        if (line.endsWith(u'\\'))
+            return number;
+        if (line.startsWith(u'[')) {
+            if (!header.match(line).hasMatch())
+                return number;
+            inSection = true;
+            continue;
+        }
+        const QRegularExpressionMatch match = assignment.match(line);
+        if (!inSection || !match.hasMatch())
+            return number;
+        const QString key = match.captured(1).toLower();
+        if (key == QLatin1String("update")) {
+            QString mode = match.captured(3).trimmed();
+            if (mode.size() >= 2 && mode.startsWith(u'"') && mode.endsWith(u'"'))
+                mode = mode.mid(1, mode.size() - 2);
+            if (!updateModes.contains(mode.toLower()))
+                return number;
+        } else if (!plainKeys.contains(key)) {
+            return number;
+        }
+    }
+    return 0;
 }
 
 QString registeredConfigText(const std::optional<QString> &config,

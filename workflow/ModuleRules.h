@@ -59,6 +59,17 @@ bool moveItem(const QString &from, const QString &to);
 // A file's text when it can be read and is valid UTF-8; nothing otherwise.
 std::optional<QString> readUtf8File(const QString &path);
 
+// Registering appends the whole .gitmodules text to the repository's config,
+// where git obeys every setting it finds: a stranger's file could name a
+// program (core.fsmonitor, core.sshCommand, an alias, an include, a submodule
+// "update = !command") that the next git pull runs. Registration therefore
+// takes only what git itself writes there: [submodule "name"] sections with
+// the keys path, url, branch, shallow, ignore, fetchRecurseSubmodules and
+// update (checkout, rebase, merge or none), blank lines and comments. Returns
+// the 1-based number of the first line that is anything else, 0 when there
+// is none.
+int firstForeignGitmodulesLine(const QString &text);
+
 // The text that registers the modules: the pristine config, a line feed, the
 // .gitmodules text, nothing merged. A text that could not be read stands as
 // "(null)".

@@ -82,6 +82,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         checkEntry(url, name);
     }
 
+    // The registry guard names a line of the text, or none.
+    const int foreign = firstForeignGitmodulesLine(text);
+    check(foreign >= 0 && foreign <= text.count(u'\n') + 1);
+    check(foreign == firstForeignGitmodulesLine(text));
+
     const qsizetype split = bytes.indexOf('\0');
     if (split >= 0) {
         checkEntry(QString::fromUtf8(bytes.first(split)), QString::fromUtf8(bytes.sliced(split + 1)));
