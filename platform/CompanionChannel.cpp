@@ -2,6 +2,8 @@
 
 #include "platform/PrivateRuntime.h"
 
+#include <QVariant>
+
 namespace {
 constexpr qint64 kMaxLineBytes = 64 * 1024;
 } // namespace

@@ -45,7 +45,10 @@ void quitOnTerminationSignals()
         char bytes[16];
         while (::read(signalPair[1], bytes, sizeof bytes) > 0) {
         }
-        QCoreApplication::quit();
+        // exit(), not quit(): quit() first asks every window to close and
+        // gives up when one stays open (a sheet), but a termination signal
+        // is not a question. aboutToQuit is emitted either way.
+        QCoreApplication::exit(0);
     });
 
     struct sigaction action = {};

@@ -3,12 +3,16 @@
 #include "settings/SettingsFile.h"
 
 #include <QDateTime>
+#include <QElapsedTimer>
+#include <QThread>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QRegularExpression>
 #include <QSaveFile>
+
+#include <algorithm>
 
 // Linux and other systems without a native defaults database: one JSON file
 // per domain under $XDG_CONFIG_HOME (SettingsFile gives its text). The
@@ -22,6 +26,24 @@ namespace {
 // once (QLockFile checks its process).
 constexpr int kStaleLockMs = 5000;
 constexpr int kLockWaitMs = 6000;
+
+// QLockFile::tryLock(timeout) backs off up to seconds between tries, so a
+// writer that comes back often could keep another out for good. Short
+// pauses give every writer its turn within milliseconds.
+bool acquire(QLockFile &lock)
+{
+    lock.setStaleLockTime(kStaleLockMs);
+    QElapsedTimer waited;
+    waited.start();
+    unsigned long pause = 1;
+    while (!lock.tryLock(0)) {
+        if (lock.error() != QLockFile::LockFailedError || waited.elapsed() > kLockWaitMs)
+            return false;
+        QThread::msleep(pause);
+        pause = std::min(pause * 2, 16UL);
+    }
+    return true;
+}
 
 struct Loaded
 {
@@ -173,8 +195,7 @@ template <typename Change> bool DefaultsDomain::modify(Change change)
     m_problem.clear();
     QDir().mkpath(QFileInfo(path).absolutePath());
     QLockFile lock(path + QStringLiteral(".lock"));
-    lock.setStaleLockTime(kStaleLockMs);
-    if (!lock.tryLock(kLockWaitMs)) {
+    if (!acquire(lock)) {
         m_problem = QStringLiteral("settings file %1 stays locked by another program (%2); the "
                                    "change is not saved")
                         .arg(native(path), native(path + QStringLiteral(".lock")));
@@ -227,9 +248,8 @@ bool DefaultsDomain::removeDomain()
     const QString path = filePath();
     m_problem.clear();
     QLockFile lock(path + QStringLiteral(".lock"));
-    lock.setStaleLockTime(kStaleLockMs);
     // Without the folder there is nothing to remove and nowhere to lock.
-    if (QFileInfo(path).absoluteDir().exists() && !lock.tryLock(kLockWaitMs)) {
+    if (QFileInfo(path).absoluteDir().exists() && !acquire(lock)) {
         m_problem = QStringLiteral("settings file %1 stays locked by another program")
                         .arg(native(path));
         return false;
