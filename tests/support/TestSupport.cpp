@@ -9,8 +9,9 @@
 namespace {
 QTemporaryDir *userDir()
 {
-    static QTemporaryDir *dir = new QTemporaryDir(QDir::tempPath() + "/zelmor-test-XXXXXX");
-    return dir;
+    // Removed with everything in it when the test program ends.
+    static QTemporaryDir dir(QDir::tempPath() + "/zelmor-test-XXXXXX");
+    return &dir;
 }
 } // namespace
 
