@@ -21,7 +21,8 @@ int main(int argc, char *argv[])
     // forward and ends, before it touches the settings.
     SingleInstance instance(Bundle::mainBundleIdentifier());
     std::unique_ptr<ApplicationShell> shell;
-    QObject::connect(&instance, &SingleInstance::handedOver, &app, [] { QCoreApplication::exit(0); });
+    QObject::connect(&instance, &SingleInstance::handedOver, &app,
+                     [] { QCoreApplication::exit(0); });
     QObject::connect(&instance, &SingleInstance::becamePrimary, &app, [&shell] {
         shell = std::make_unique<ApplicationShell>();
         shell->start();

@@ -133,7 +133,8 @@ void removeLeftovers(const QString &path)
     static const QRegularExpression suffix(QStringLiteral("^[A-Za-z0-9]{6}$"));
     const QDir folder = info.absoluteDir();
     const QStringList names =
-        folder.entryList({prefix + QStringLiteral("??????")}, QDir::Files | QDir::Hidden | QDir::System);
+        folder.entryList({prefix + QStringLiteral("??????")},
+                         QDir::Files | QDir::Hidden | QDir::System);
     for (const QString &name : names) {
         if (suffix.match(name.mid(prefix.size())).hasMatch())
             QFile::remove(folder.filePath(name));

@@ -31,7 +31,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QVariantMap values = SettingsFile::valuesOf(object);
     for (auto it = values.begin(); it != values.end(); ++it) {
         const QMetaType::Type type = static_cast<QMetaType::Type>(it.value().typeId());
-        check(type == QMetaType::QString || type == QMetaType::LongLong || type == QMetaType::Double);
+        check(type == QMetaType::QString || type == QMetaType::LongLong
+              || type == QMetaType::Double);
         const int n = intValueOf(it.value());
         if (type == QMetaType::LongLong && it.value().toLongLong() >= 0
             && it.value().toLongLong() <= 1000)
