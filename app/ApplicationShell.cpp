@@ -76,3 +76,13 @@ void ApplicationShell::start()
     QApplication::setQuitOnLastWindowClosed(
         m_delegate->applicationShouldTerminateAfterLastWindowClosed());
 }
+
+void ApplicationShell::bringToFront()
+{
+    if (!m_window)
+        return;
+    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+}

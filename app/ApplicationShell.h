@@ -32,6 +32,9 @@ public:
     // hooked to the application's end. Call once, with the application
     // object made.
     void start();
+    // Another start of the application asked for this one: the main window
+    // comes forward, restored if it was minimized.
+    void bringToFront();
 
     MainWindow *window() const { return m_window.get(); }
     AppController *controller() const { return m_controller; }

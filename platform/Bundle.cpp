@@ -13,6 +13,8 @@
 
 namespace {
 
+constexpr qint64 kMaxInfoBytes = 1024 * 1024;
+
 QString &overriddenMainBundle()
 {
     static QString path;
@@ -21,13 +23,10 @@ QString &overriddenMainBundle()
 
 // Reads the top-level dictionary of an XML property list, strings only,
 // which is all an Info.plist needs here.
-QMap<QString, QString> readPlistStrings(const QString &path)
+QMap<QString, QString> readPlistStrings(const QByteArray &data)
 {
     QMap<QString, QString> result;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return result;
-    QXmlStreamReader xml(&file);
+    QXmlStreamReader xml(data);
     int depth = 0;
     QString key;
     while (!xml.atEnd()) {
@@ -58,7 +57,16 @@ namespace Bundle {
 
 std::optional<Info> readInfo(const QString &bundlePath)
 {
-    const auto values = readPlistStrings(bundlePath + QStringLiteral("/Contents/Info.plist"));
+    QFile file(bundlePath + QStringLiteral("/Contents/Info.plist"));
+    // An Info.plist is a few kilobytes; anything huge is not one.
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxInfoBytes)
+        return std::nullopt;
+    return parseInfo(file.read(kMaxInfoBytes));
+}
+
+std::optional<Info> parseInfo(const QByteArray &plist)
+{
+    const auto values = readPlistStrings(plist);
     Info info;
     info.identifier = values.value(QStringLiteral("CFBundleIdentifier"));
     info.executable = values.value(QStringLiteral("CFBundleExecutable"));

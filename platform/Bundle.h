@@ -21,6 +21,8 @@ struct Info
 // Reads "<bundle>/Contents/Info.plist"; nothing when it is missing or has no
 // identifier and executable.
 std::optional<Info> readInfo(const QString &bundlePath);
+// The same from the file's contents (an XML property list).
+std::optional<Info> parseInfo(const QByteArray &plist);
 // "<bundle>/Contents/MacOS/<CFBundleExecutable>", or empty.
 QString executablePath(const QString &bundlePath);
 

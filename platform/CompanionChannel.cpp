@@ -1,15 +1,20 @@
 #include "platform/CompanionChannel.h"
 
-#include <QDir>
+#include "platform/PrivateRuntime.h"
 
-#include <unistd.h>
+#include <QVariant>
+
+namespace {
+constexpr qint64 kMaxLineBytes = 64 * 1024;
+} // namespace
 
 namespace CompanionChannel {
 
 QString serverName(const QString &identifier)
 {
-    // One channel per user: two users of one machine each have a companion.
-    return identifier + QLatin1Char('-') + QString::number(::getuid());
+    // One channel per user, in a folder no other account can enter, so no
+    // one else can take the name first or listen in.
+    return PrivateRuntime::socketPath(identifier);
 }
 
 QByteArray quitMessage()
@@ -45,6 +50,17 @@ bool parseStatus(const QByteArray &line, Status *status)
     status->maximum = fields.at(3).toInt(&okMax);
     status->label = QString::fromUtf8(fields.at(4));
     return okValue && okMax;
+}
+
+Message parseMessage(const QByteArray &line, Status *status)
+{
+    if (line == "quit")
+        return Message::Quit;
+    if (line == "idle")
+        return Message::Idle;
+    if (parseStatus(line, status))
+        return Message::Status;
+    return Message::Unknown;
 }
 
 bool isRunning(const QString &identifier, int timeoutMs)
@@ -112,6 +128,10 @@ CompanionChannelServer::CompanionChannelServer(QString identifier, QObject *pare
                         socket->setProperty("zelmorSentStatus", true);
                     handleLine(line);
                 }
+                // No message is anywhere near this long; a peer that keeps
+                // sending without a line feed would only fill memory.
+                if (socket->bytesAvailable() > kMaxLineBytes)
+                    socket->abort();
             });
         }
     });
@@ -120,7 +140,7 @@ CompanionChannelServer::CompanionChannelServer(QString identifier, QObject *pare
 bool CompanionChannelServer::listen()
 {
     const QString name = CompanionChannel::serverName(m_identifier);
-    if (CompanionChannel::isRunning(m_identifier))
+    if (name.isEmpty() || CompanionChannel::isRunning(m_identifier))
         return false;
     // Nobody answers: a socket file left by a companion that crashed.
     QLocalServer::removeServer(name);
@@ -131,10 +151,17 @@ bool CompanionChannelServer::listen()
 void CompanionChannelServer::handleLine(const QByteArray &line)
 {
     CompanionChannel::Status status;
-    if (line == "quit")
+    switch (CompanionChannel::parseMessage(line, &status)) {
+    case CompanionChannel::Message::Quit:
         emit quitRequested();
-    else if (line == "idle")
+        break;
+    case CompanionChannel::Message::Idle:
         emit idleReceived();
-    else if (CompanionChannel::parseStatus(line, &status))
+        break;
+    case CompanionChannel::Message::Status:
         emit statusReceived(status);
+        break;
+    case CompanionChannel::Message::Unknown:
+        break;
+    }
 }

@@ -6,7 +6,8 @@
 #include <QPointer>
 
 // The channel between ZELMOR Helper and its status-bar companion: a local
-// socket per user, named after the companion's bundle identifier. It stands in
+// socket per user, named after the companion's bundle identifier, in the
+// user's private runtime folder (PrivateRuntime). It stands in
 // for the platform's list of running applications: a companion is "running"
 // when it listens there.
 //
@@ -18,6 +19,7 @@
 //   idle                                        no operation runs
 namespace CompanionChannel {
 
+// The socket's path; empty when the user has no private folder.
 QString serverName(const QString &identifier);
 
 QByteArray quitMessage();
@@ -33,6 +35,10 @@ struct Status
 };
 // Parses a status line (without its line feed); false for any other line.
 bool parseStatus(const QByteArray &line, Status *status);
+
+enum class Message { Quit, Idle, Status, Unknown };
+// What one line (without its line feed) asks for; fills status for Status.
+Message parseMessage(const QByteArray &line, Status *status);
 
 // Whether a companion with this identifier listens. Connecting to a local
 // socket answers at once; the timeout only guards against a hung peer.

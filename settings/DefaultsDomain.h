@@ -13,7 +13,11 @@
 class DefaultsDomain
 {
 public:
-    enum class State { Missing, Valid, Unreadable };
+    // Unreadable: damaged (not a settings file); the next write keeps it
+    // aside and starts afresh. Inaccessible (no permission to read it) and
+    // TooLarge (above SettingsFile::MaxBytes) are left exactly as they are:
+    // they read as empty and every write is refused.
+    enum class State { Missing, Valid, Unreadable, Inaccessible, TooLarge };
 
     explicit DefaultsDomain(QString domain);
 
@@ -34,6 +38,14 @@ public:
     // Removes every value of the domain at once.
     bool removeDomain();
 
+    // What went wrong or was noticed in the last call, in one sentence for
+    // the user (a file that cannot be read, a refused write, a damaged file
+    // kept aside); empty when nothing did.
+    QString problem() const { return m_problem; }
+
 private:
+    template <typename Change> bool modify(Change change);
+
     QString m_domain;
+    mutable QString m_problem;
 };

@@ -53,9 +53,12 @@ int missingDomain(QTextStream &err, const QString &domain)
     return 1;
 }
 
-int unreadableDomain(QTextStream &err, const DefaultsDomain &d)
+int unreadableDomain(QTextStream &err, const DefaultsDomain &d, DefaultsDomain::State state)
 {
-    err << "Domain " << d.domain() << " cannot be read (" << d.filePath() << " is damaged)\n";
+    if (state == DefaultsDomain::State::Unreadable)
+        err << "Domain " << d.domain() << " cannot be read (" << d.filePath() << " is damaged)\n";
+    else
+        err << "Domain " << d.domain() << " cannot be read: " << d.problem() << "\n";
     return 1;
 }
 
@@ -68,11 +71,14 @@ int missingPair(QTextStream &err, const QString &domain, const QString &key)
 int read(const DefaultsDomain &d, const QStringList &rest, QTextStream &out, QTextStream &err,
          bool typeOnly)
 {
-    switch (d.state()) {
+    const DefaultsDomain::State state = d.state();
+    switch (state) {
     case DefaultsDomain::State::Missing:
         return missingDomain(err, d.domain());
     case DefaultsDomain::State::Unreadable:
-        return unreadableDomain(err, d);
+    case DefaultsDomain::State::Inaccessible:
+    case DefaultsDomain::State::TooLarge:
+        return unreadableDomain(err, d, state);
     case DefaultsDomain::State::Valid:
         break;
     }
@@ -114,11 +120,12 @@ int write(DefaultsDomain &d, const QStringList &rest, QTextStream &err)
         err << kUsage;
         return kUsageError;
     }
-    if (!d.setValue(rest.first(), value)) {
+    const bool written = d.setValue(rest.first(), value);
+    if (!d.problem().isEmpty())
+        err << "defaults: " << d.problem() << "\n";
+    else if (!written)
         err << "defaults: could not write " << d.filePath() << "\n";
-        return 1;
-    }
-    return 0;
+    return written ? 0 : 1;
 }
 
 int remove(DefaultsDomain &d, const QStringList &rest, QTextStream &err)
@@ -128,17 +135,19 @@ int remove(DefaultsDomain &d, const QStringList &rest, QTextStream &err)
         return missingDomain(err, d.domain());
     if (rest.isEmpty()) {
         if (!d.removeDomain()) {
-            err << "defaults: could not remove " << d.filePath() << "\n";
+            err << "defaults: could not remove " << d.filePath()
+                << (d.problem().isEmpty() ? QString() : ": " + d.problem()) << "\n";
             return 1;
         }
         return 0;
     }
-    if (state == DefaultsDomain::State::Unreadable)
-        return unreadableDomain(err, d);
+    if (state != DefaultsDomain::State::Valid)
+        return unreadableDomain(err, d, state);
     if (!d.values().contains(rest.first()))
         return missingPair(err, d.domain(), rest.first());
     if (!d.removeValue(rest.first())) {
-        err << "defaults: could not write " << d.filePath() << "\n";
+        err << "defaults: "
+            << (d.problem().isEmpty() ? "could not write " + d.filePath() : d.problem()) << "\n";
         return 1;
     }
     return 0;

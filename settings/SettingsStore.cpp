@@ -3,8 +3,31 @@
 #include "BuildConfig.h"
 #include "settings/SettingsKeys.h"
 
+#include <QMutex>
+#include <QSet>
+
 #include <algorithm>
 #include <climits>
+#include <cmath>
+
+namespace {
+
+// Once per text and process: a settings read happens at every click, and a
+// file that cannot be read would otherwise be reported each time.
+void reportOnce(const QString &problem)
+{
+    if (problem.isEmpty())
+        return;
+    static QMutex mutex;
+    static QSet<QString> reported;
+    QMutexLocker lock(&mutex);
+    if (reported.contains(problem))
+        return;
+    reported.insert(problem);
+    qWarning("ZELMOR Helper: %s", qPrintable(problem));
+}
+
+} // namespace
 
 SettingsStore::SettingsStore(const QString &domain) : m_domain(domain) {}
 
@@ -58,17 +81,20 @@ QVariant SettingsStore::registeredDefault(const QString &key) const
 QVariant SettingsStore::objectForKey(const QString &key) const
 {
     const QVariant stored = m_domain.value(key);
+    reportOnce(m_domain.problem());
     return stored.isValid() ? stored : registeredDefault(key);
 }
 
 void SettingsStore::setObject(const QString &key, const QVariant &value)
 {
     m_domain.setValue(key, value);
+    reportOnce(m_domain.problem());
 }
 
 void SettingsStore::removeObject(const QString &key)
 {
     m_domain.removeValue(key);
+    reportOnce(m_domain.problem());
 }
 
 int SettingsStore::intValue(const QString &key) const
@@ -112,8 +138,14 @@ int intValueOf(const QVariant &value)
         return static_cast<int>(std::clamp<long long>(n, INT_MIN, INT_MAX));
     }
     case QMetaType::Double:
-    case QMetaType::Float:
-        return static_cast<int>(std::clamp<double>(value.toDouble(), INT_MIN, INT_MAX));
+    case QMetaType::Float: {
+        // Converting NaN, or a double outside int's range, is undefined;
+        // NaN is no number and reads as 0, the rest saturates.
+        const double d = value.toDouble();
+        if (std::isnan(d))
+            return 0;
+        return static_cast<int>(std::clamp<double>(d, INT_MIN, INT_MAX));
+    }
     case QMetaType::Bool:
         return value.toBool() ? 1 : 0;
     case QMetaType::UnknownType:

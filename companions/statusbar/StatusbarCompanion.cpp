@@ -136,7 +136,8 @@ void StatusbarCompanion::applyToolTip(const QString &tip)
 
 void StatusbarCompanion::openMainApplication()
 {
-    // A running ZELMOR Helper handles being started again itself (on macOS
-    // the launcher brings it forward).
+    // A running ZELMOR Helper handles being started again itself: the new
+    // start hands over to it, which brings its window forward (on macOS the
+    // launcher does so before that).
     Bundle::launchApplication(m_mainBundle);
 }

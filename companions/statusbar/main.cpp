@@ -2,6 +2,8 @@
 #include "companions/statusbar/StatusbarCompanion.h"
 #include "companions/statusbar/StatusbarOptions.h"
 #include "platform/Bundle.h"
+#include "platform/PrivateRuntime.h"
+#include "platform/TerminationSignals.h"
 #include "platform/Translation.h"
 
 #include <QApplication>
@@ -24,6 +26,8 @@ int main(int argc, char *argv[])
     // Only the tray menu ever opens; closing it must not end the program.
     app.setQuitOnLastWindowClosed(false);
     installTranslator();
+    // The channel's socket goes away with the companion, however it is ended.
+    quitOnTerminationSignals();
 
     const StatusbarOptions options = parseStatusbarArguments(app.arguments());
     if (!options.headless && !QSystemTrayIcon::isSystemTrayAvailable()) {
@@ -39,6 +43,11 @@ int main(int argc, char *argv[])
     const QString ownBundle = Bundle::mainBundlePath();
     const auto info = Bundle::readInfo(ownBundle);
     const QString identifier = info ? info->identifier : QStringLiteral(ZELMOR_STATUSBAR_BUNDLE_ID);
+
+    // Without a folder of the user's own there is no safe place for the
+    // channel; the reason is already on standard error.
+    if (PrivateRuntime::directory().isEmpty())
+        return 1;
 
     StatusbarCompanion companion(identifier, mainBundleForCompanion(ownBundle), options);
     QObject::connect(&companion, &StatusbarCompanion::quitRequested, &app, &QCoreApplication::quit,

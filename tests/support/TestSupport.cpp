@@ -9,8 +9,9 @@
 namespace {
 QTemporaryDir *userDir()
 {
-    static QTemporaryDir *dir = new QTemporaryDir(QDir::tempPath() + "/zelmor-test-XXXXXX");
-    return dir;
+    // Removed with everything in it when the test program ends.
+    static QTemporaryDir dir(QDir::tempPath() + "/zelmor-test-XXXXXX");
+    return &dir;
 }
 } // namespace
 
@@ -20,10 +21,14 @@ void isolateUser()
 {
     const QString root = userDir()->path();
     QDir().mkpath(root + "/home/.config");
-    // Local sockets (the companion channel) and temporary files live here too,
-    // so tests never meet a real companion or each other.
+    // Temporary files and local sockets (the companion channel, the one
+    // instance) live here too, so tests never meet a real companion, a
+    // running ZELMOR Helper or each other.
     QDir().mkpath(root + "/tmp");
     qputenv("TMPDIR", QFile::encodeName(root + "/tmp"));
+    QDir().mkpath(root + "/run");
+    QFile::setPermissions(root + "/run", QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(root + "/run"));
     qputenv("HOME", QFile::encodeName(root + "/home"));
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(root + "/home/.config"));
     qputenv("GIT_CONFIG_NOSYSTEM", "1");

@@ -1,10 +1,6 @@
 // libFuzzer target for the output parsers and the module rules: whatever a
 // tool prints, parsing must neither crash nor disagree with the plain
-// definition it shortcuts. Built only with -DZELMOR_FUZZ=ON and clang:
-//
-//   CXX=clang++ cmake -S . -B build-fuzz -DZELMOR_FUZZ=ON
-//   cmake --build build-fuzz --target fuzz_output_parsing
-//   build-fuzz/workflow/fuzz_output_parsing -max_total_time=60
+// definition it shortcuts. Built and run by bench/fuzz.sh.
 
 #include "settings/SettingsStore.h"
 #include "workflow/ModuleRules.h"
