@@ -77,6 +77,7 @@ notification when an operation has ended.")
 # Installed with DESTDIR, so the install steps see the real prefix and the
 # companion's entry names /usr, not the staging folder.
 set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
+set(CPACK_INSTALL_PREFIX "/usr")
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
