@@ -19,6 +19,8 @@ set(ZELMOR_INSTALL_BUNDLE "${ZELMOR_INSTALL_DIR}/${ZELMOR_BUNDLE_NAME}")
 function(zelmor_install_bundle_program target)
     get_target_property(dir ${target} RUNTIME_OUTPUT_DIRECTORY)
     file(RELATIVE_PATH relative "${ZELMOR_BUNDLE_DIR}" "${dir}")
+    # Qt's libraries are the system's; an installed program needs no RPATH.
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "")
     install(TARGETS ${target} RUNTIME DESTINATION "${ZELMOR_INSTALL_BUNDLE}/${relative}")
     if(relative MATCHES "^(.*)/MacOS$")
         install(FILES "${dir}/../Info.plist"

@@ -40,7 +40,11 @@ void prepare(QCommandLineParser &parser, const QString &description)
 {
     parser.setApplicationDescription(description);
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    parser.addHelpOption();
+    // Not addHelpOption(): its --help-all lists Qt's options, which needs the
+    // application object this runs without.
+    parser.addOption(QCommandLineOption(
+        {QStringLiteral("?"), QStringLiteral("h"), QStringLiteral("help")},
+        QCommandLineParser::tr("Displays help on commandline options.")));
     parser.addVersionOption();
     for (const char *name : QtValueOptions) {
         QCommandLineOption option(QString::fromLatin1(name));
@@ -75,7 +79,7 @@ Outcome evaluate(QCommandLineParser &parser, const QStringList &arguments,
                                     .arg(name, parser.errorText());
         return outcome;
     }
-    if (parser.isSet(QStringLiteral("help")) || parser.isSet(QStringLiteral("help-all"))) {
+    if (parser.isSet(QStringLiteral("help"))) {
         outcome.exitCode = 0;
         // Without an application object the parser cannot know the name.
         outcome.standardOutput =

@@ -21,8 +21,9 @@ QByteArray tool(const QString &program, const QStringList &arguments, int *exitC
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments);
-    if (!process.waitForFinished(300000))
-        return "timed out";
+    // No limit of its own: CTest's timeout for this test is the one that counts.
+    if (!process.waitForFinished(-1))
+        return "did not finish";
     *exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     return process.readAll();
 }
