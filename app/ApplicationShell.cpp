@@ -3,7 +3,9 @@
 #include "app/AboutController.h"
 #include "app/MainMenu.h"
 #include "app/ZELMORHelperAppDelegate.h"
+#include "platform/AppIcons.h"
 #include "platform/CompanionChannel.h"
+#include "platform/DesktopNotifier.h"
 #include "settings/PrefsController.h"
 #include "widgets/ProgressBar.h"
 #include "workflow/AppController.h"
@@ -40,11 +42,16 @@ ApplicationShell::~ApplicationShell()
     delete m_delegate;
     delete m_controller;
     delete m_publisher;
+    delete m_notifier;
 }
 
 void ApplicationShell::start()
 {
     ZELMORHelperAppDelegate::initialize();
+    // Every window, the about window's picture included, shows the
+    // application's icon; the desktop matches the windows to its entry.
+    QGuiApplication::setDesktopFileName(QLatin1String(AppIcons::ApplicationId));
+    QApplication::setWindowIcon(AppIcons::application());
 
     m_window = std::make_unique<MainWindow>();
     m_controller = new AppController(m_window.get());
@@ -65,6 +72,17 @@ void ApplicationShell::start()
     m_publisher = new CompanionStatusPublisher(statusbarAppIdentifier());
     connect(m_controller, &AppController::progressChanged, m_publisher,
             [this] { m_publisher->publish(companionStatusLine(*m_controller)); });
+
+    // A user who is not at the window learns that the operation has ended.
+    m_notifier = new DesktopNotifier(tr("ZELMOR Helper"),
+                                     QLatin1String(AppIcons::ApplicationId));
+    connect(m_controller, &AppController::operationEnded, m_notifier,
+            [this](int tag, OperationEnd end) {
+                if (m_window->isActiveWindow())
+                    return;
+                const OperationNotice notice = operationNotice(tag, end);
+                m_notifier->notify(notice.summary, notice.body);
+            });
 
     m_controller->awakeFromNib();
     m_delegate->awakeFromNib();

@@ -8,6 +8,7 @@
 class AboutController;
 class AppController;
 class CompanionStatusPublisher;
+class DesktopNotifier;
 class MainMenu;
 class MainWindow;
 class PrefsController;
@@ -50,6 +51,7 @@ private:
     ZELMORHelperAppDelegate *m_delegate = nullptr;
     MainMenu *m_menu = nullptr;
     CompanionStatusPublisher *m_publisher = nullptr;
+    DesktopNotifier *m_notifier = nullptr;
     PrefsController *m_prefs = nullptr;
     AboutController *m_about = nullptr;
 };

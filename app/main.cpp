@@ -1,3 +1,4 @@
+#include "app/AppCommandLine.h"
 #include "app/ApplicationShell.h"
 #include "platform/Bundle.h"
 #include "platform/SingleInstance.h"
@@ -10,6 +11,9 @@
 
 int main(int argc, char *argv[])
 {
+    // Before the application object: --help and --version need no display.
+    if (const std::optional<int> exitCode = handleCommandLine(argc, argv))
+        return *exitCode;
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("ZELMOR Helper"));
     installTranslator();

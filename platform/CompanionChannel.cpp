@@ -98,8 +98,12 @@ void CompanionStatusPublisher::publish(const QByteArray &line)
     // Only the newest line matters to the companion; keep it for the moment
     // the connection comes up.
     m_pending = line;
-    if (m_socket)
+    if (m_socket && m_socket->state() != QLocalSocket::UnconnectedState)
         return;
+    // A socket that failed is only deleted later; it must not swallow the
+    // lines published until then.
+    if (m_socket)
+        m_socket->deleteLater();
     auto *socket = new QLocalSocket(this);
     m_socket = socket;
     connect(socket, &QLocalSocket::connected, this, [this, socket] {

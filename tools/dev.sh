@@ -1,15 +1,19 @@
 #!/usr/bin/env bash
 # Installs what is missing on Debian 12, builds, then runs the application
-# ("run") or every test ("test"). Safe to run again: apt and cmake only do
-# what is left to do.
+# ("run"), every test ("test") or makes the Debian package ("package"). Safe to
+# run again: apt and cmake only do what is left to do.
 set -euo pipefail
 
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 cd "$here"
 jobs="$(nproc 2>/dev/null || echo 2)"
 
+# librsvg2-bin renders the icons; dpkg-dev, appstream and dbus-daemon are for
+# the package and its tests (dpkg-shlibdeps, the metainfo validator, a private
+# session bus).
 packages=(qt6-base-dev qt6-tools-dev qt6-l10n-tools qt6-tools-dev-tools libgl-dev
-          qt6-translations-l10n cmake g++ git make xvfb xauth desktop-file-utils libsdl2-dev)
+          qt6-translations-l10n cmake g++ git make xvfb xauth desktop-file-utils libsdl2-dev
+          librsvg2-bin dpkg-dev appstream dbus-daemon)
 
 install_missing() {
     local missing=()
@@ -60,8 +64,18 @@ test)
     run_tests build-asan ASAN_OPTIONS=detect_leaks=0:abort_on_error=1 \
         UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
     ;;
+package)
+    install_missing
+    # The package is for Debian, whose cmake is /usr/bin/cmake whatever this
+    # machine has first on its PATH.
+    cmake_program=/usr/bin/cmake
+    build build
+    (cd build && cpack)
+    deb="$(ls -t build/zelmor-helper_*.deb | head -n 1)"
+    echo "Built $deb; install it with: apt install ./$deb"
+    ;;
 *)
-    echo "usage: tools/dev.sh run|test" >&2
+    echo "usage: tools/dev.sh run|test|package" >&2
     exit 2
     ;;
 esac

@@ -143,6 +143,7 @@ void AppController::notifiedForComplete()
     if (terminatedByUser == 1) {
         outputField->insertText(formatText(QStringLiteral("\n%@\n"), {tr("Task terminated by user.")}));
         buttonPerform->setText(tr("Perform"));
+        emit operationEnded(selectedTag(), OperationEnd::TerminatedByUser);
     } else {
         const int tag = selectedTag();
         if (tag == TagModules) {
@@ -152,6 +153,7 @@ void AppController::notifiedForComplete()
                 stopRequest = 0;
                 stopTask();
                 outputField->insertText(formatText(QStringLiteral("\n%@\n"), {done}));
+                emit operationEnded(tag, OperationEnd::Done);
             } else {
                 now += 1;
                 startInstallModule();
@@ -162,6 +164,7 @@ void AppController::notifiedForComplete()
                 stopTask();
                 outputField->insertText(
                     formatText(QStringLiteral("%@\n \n%@\n"), {done, tr("All done.")}));
+                emit operationEnded(tag, OperationEnd::AllDone);
             } else {
                 outputField->insertText(formatText(QStringLiteral("%@\n"), {done}));
                 // The window stays responsive during the pause; the second
@@ -180,6 +183,7 @@ void AppController::notifiedForComplete()
                 outputField->insertText(formatText(QStringLiteral("\n%@\n"), {tr("All done.")}));
                 stopRequest = 0;
                 stopTask();
+                emit operationEnded(tag, OperationEnd::AllDone);
             }
         } else if (tag == TagClone) {
             outputField->insertText(formatText(QStringLiteral("\n%@\n"), {done}));
@@ -189,6 +193,7 @@ void AppController::notifiedForComplete()
             stopTask();
             outputField->insertText(formatText(QStringLiteral("\n%@\n"), {done}));
             buttonPerform->setText(tr("Perform"));
+            emit operationEnded(tag, OperationEnd::Done);
         }
     }
     setSpeedText(OutputParsing::IdleSpeedLabel.toString());
@@ -198,6 +203,7 @@ void AppController::continueAfterUpdatePause()
 {
     if (terminatedByUser == 1) {
         outputField->insertText(formatText(QStringLiteral("\n%@\n"), {tr("Task terminated by user.")}));
+        emit operationEnded(selectedTag(), OperationEnd::TerminatedByUser);
         return;
     }
     now += 1;
@@ -266,4 +272,8 @@ void AppController::selectItemWithTag(int tag)
     const int index = getSelection->findData(tag);
     if (index >= 0)
         getSelection->setCurrentIndex(index);
+    // The companion names the operation from the pop-up: the module download
+    // that follows a clone must replace the clone's name there at once, even
+    // when nothing else it shows changes.
+    publishProgress();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workflow/OperationNotice.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QProcess>
@@ -130,6 +132,8 @@ public:
 signals:
     // The operation's progress changed (the companion shows it).
     void progressChanged();
+    // The operation with this tag has ended; the console has just said how.
+    void operationEnded(int tag, OperationEnd end);
 
 private:
     // Starts program with arguments in folder, wired to the output handlers
@@ -173,6 +177,7 @@ private:
 
     struct ProgressState
     {
+        int tag = 0; // the operation the pop-up names
         bool indeterminate = true;
         bool animating = false;
         double maximum = 0;

@@ -226,6 +226,7 @@ void AppController::setSpeedText(const QString &text)
 void AppController::publishProgress(bool force)
 {
     ProgressState state;
+    state.tag = selectedTag();
     state.indeterminate = progressbar->isIndeterminate();
     state.animating = progressbar->isAnimating();
     state.maximum = progressbar->maxValue();

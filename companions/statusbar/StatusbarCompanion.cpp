@@ -1,44 +1,12 @@
 #include "companions/statusbar/StatusbarCompanion.h"
 
+#include "platform/AppIcons.h"
 #include "platform/Bundle.h"
 
 #include <QAction>
 #include <QCursor>
-#include <QFont>
 #include <QMenu>
-#include <QPainter>
-#include <QPixmap>
 #include <QSystemTrayIcon>
-
-namespace {
-
-// The bundle ships no artwork for the tray, so the icon is drawn: a dark
-// rounded square with a "Z", legible at the sizes trays use.
-QIcon trayIcon()
-{
-    QIcon icon;
-    for (const int size : {16, 22, 32, 64}) {
-        QPixmap pixmap(size, size);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(QColor(0x2b, 0x4d, 0x8c));
-        const qreal radius = size / 5.0;
-        painter.drawRoundedRect(QRectF(0, 0, size, size), radius, radius);
-        QFont font = painter.font();
-        font.setBold(true);
-        font.setPixelSize(size * 3 / 4);
-        painter.setFont(font);
-        painter.setPen(Qt::white);
-        painter.drawText(QRect(0, 0, size, size), Qt::AlignCenter, QStringLiteral("Z"));
-        painter.end();
-        icon.addPixmap(pixmap);
-    }
-    return icon;
-}
-
-} // namespace
 
 StatusbarCompanion::StatusbarCompanion(QString identifier, QString mainBundle,
                                        StatusbarOptions options, QObject *parent)
@@ -81,7 +49,7 @@ bool StatusbarCompanion::start()
     if (m_options.headless)
         return true;
 
-    m_tray = new QSystemTrayIcon(trayIcon(), this);
+    m_tray = new QSystemTrayIcon(AppIcons::companion(), this);
     m_tray->setContextMenu(m_menu.get());
     m_tray->setToolTip(m_toolTip);
 #ifndef Q_OS_MACOS

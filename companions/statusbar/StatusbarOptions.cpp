@@ -1,21 +1,41 @@
 #include "companions/statusbar/StatusbarOptions.h"
 
+#include "BuildConfig.h"
+
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 
 #include <algorithm>
 
-StatusbarOptions parseStatusbarArguments(const QStringList &arguments)
+StatusbarOptions parseStatusbarArguments(const QStringList &arguments, CommandLine::Outcome *outcome)
 {
+    QCommandLineParser parser;
+    CommandLine::prepare(parser, QCoreApplication::translate(
+                                     "StatusbarCompanion",
+                                     "Shows the operation ZELMOR Helper is running in the system tray."));
+    const QCommandLineOption runMode(
+        QStringLiteral("runMode"),
+        QCoreApplication::translate("StatusbarCompanion",
+                                    "How it was started; \"autoLaunched\" (at login) skips the greeting."),
+        QStringLiteral("mode"));
+    const QCommandLineOption noTray(
+        QStringLiteral("no-tray"),
+        QCoreApplication::translate("StatusbarCompanion",
+                                    "Run without a tray icon (sessions without a tray)."));
+    parser.addOption(runMode);
+    parser.addOption(noTray);
+
     StatusbarOptions options;
-    for (qsizetype i = 1; i < arguments.size(); ++i) {
-        const QString &argument = arguments.at(i);
-        if (argument == QLatin1String("--no-tray")) {
-            options.headless = true;
-        } else if (argument == QLatin1String("-runMode") && i + 1 < arguments.size()) {
-            options.autoLaunched = arguments.at(++i) == QLatin1String("autoLaunched");
-        }
-    }
+    const CommandLine::Outcome result =
+        CommandLine::evaluate(parser, arguments, QStringLiteral("ZELMOR Helper Statusbar App"),
+                              QStringLiteral(ZELMOR_VERSION));
+    if (outcome)
+        *outcome = result;
+    if (result.exitCode)
+        return options;
+    options.headless = parser.isSet(noTray);
+    options.autoLaunched = parser.value(runMode) == QLatin1String("autoLaunched");
     return options;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/CommandLine.h"
 #include "platform/CompanionChannel.h"
 
 #include <QString>
@@ -18,9 +19,14 @@ struct StatusbarOptions
     bool headless = false;
 };
 
-// The program's arguments, the program name first as QCoreApplication gives
-// them. Unknown arguments are ignored: the platform adds some of its own.
-StatusbarOptions parseStatusbarArguments(const QStringList &arguments);
+// The program's arguments, the program name first, as main() receives them
+// (Qt's own options such as -platform included). The platform's additions
+// ("-psn_…") are passed over; any other unknown option ends the program:
+// outcome, when given, receives what --help, --version or a mistake prints
+// and the exit code the program ends with before it makes its application
+// object.
+StatusbarOptions parseStatusbarArguments(const QStringList &arguments,
+                                         CommandLine::Outcome *outcome = nullptr);
 
 // The companion lives at <main>.app/Contents/Library/LoginItems/<companion>.app.
 QString mainBundleForCompanion(const QString &companionBundle);

@@ -1,7 +1,9 @@
 #include "BuildConfig.h"
 #include "companions/statusbar/StatusbarCompanion.h"
 #include "companions/statusbar/StatusbarOptions.h"
+#include "platform/AppIcons.h"
 #include "platform/Bundle.h"
+#include "platform/CommandLine.h"
 #include "platform/PrivateRuntime.h"
 #include "platform/TerminationSignals.h"
 #include "platform/Translation.h"
@@ -22,14 +24,22 @@ void say(const QString &text)
 
 int main(int argc, char *argv[])
 {
+    // Before the application object: --help and --version need no display.
+    CommandLine::Outcome outcome;
+    const StatusbarOptions options =
+        parseStatusbarArguments(CommandLine::fromArgv(argc, argv), &outcome);
+    if (const std::optional<int> exitCode = CommandLine::report(outcome))
+        return *exitCode;
+
     QApplication app(argc, argv);
     // Only the tray menu ever opens; closing it must not end the program.
     app.setQuitOnLastWindowClosed(false);
     installTranslator();
     // The channel's socket goes away with the companion, however it is ended.
     quitOnTerminationSignals();
+    QGuiApplication::setDesktopFileName(QLatin1String(AppIcons::CompanionId));
+    QApplication::setWindowIcon(AppIcons::companion());
 
-    const StatusbarOptions options = parseStatusbarArguments(app.arguments());
     if (!options.headless && !QSystemTrayIcon::isSystemTrayAvailable()) {
         // Not a failure: the user's desktop simply has nowhere to put the icon,
         // and a login agent should not report an error every session.

@@ -32,6 +32,13 @@
     </message>
 </context>
 <context>
+    <name>AppCommandLine</name>
+    <message>
+        <source>Fetches, updates and compiles the sources of the ZELMOR emulator.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>AppController</name>
     <message>
         <source>Stop</source>
@@ -223,6 +230,13 @@
     </message>
 </context>
 <context>
+    <name>ApplicationShell</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>ComponentChecks</name>
     <message>
         <source>Homebrew</source>
@@ -339,6 +353,10 @@
     </message>
     <message>
         <source>To install what is missing, run this in a terminal, then click Check Again:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checks the tools ZELMOR Helper needs and shows the command that installs the missing ones.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -494,6 +512,13 @@
     </message>
 </context>
 <context>
+    <name>OperationNotice</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>PrefsController</name>
     <message>
         <source>Select</source>
@@ -577,6 +602,13 @@
     </message>
 </context>
 <context>
+    <name>QCommandLineParser</name>
+    <message>
+        <source>Displays help on commandline options.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>StatusbarCompanion</name>
     <message>
         <source>Open ZELMOR Helper</source>
@@ -596,6 +628,18 @@
     </message>
     <message>
         <source>%1 — %2%</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shows the operation ZELMOR Helper is running in the system tray.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>How it was started; &quot;autoLaunched&quot; (at login) skips the greeting.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Run without a tray icon (sessions without a tray).</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

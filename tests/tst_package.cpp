@@ -1,0 +1,184 @@
+#include "TestSupport.h"
+
+#include "BuildConfig.h"
+#include "platform/Bundle.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QProcess>
+
+using namespace TestSupport;
+
+namespace {
+
+const QString InstalledBundle = "/usr/lib/zelmor-helper/ZELMOR Helper.app";
+
+// Runs a tool to its end and returns what it printed, both streams.
+QByteArray tool(const QString &program, const QStringList &arguments, int *exitCode)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, arguments);
+    // No limit of its own: CTest's timeout for this test is the one that counts.
+    if (!process.waitForFinished(-1))
+        return "did not finish";
+    *exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    return process.readAll();
+}
+
+} // namespace
+
+// The Debian package made in this build tree, unpacked into a folder of its
+// own: what it installs, whether the desktop accepts its files, and whether
+// the bundle, started through the launcher, still finds everything it ships.
+class TestPackage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        const QString buildDir = QFileInfo(buildBundleDir()).absolutePath();
+        int exitCode = -1;
+        const QByteArray output = tool(ZELMOR_CPACK_COMMAND,
+                                       {"--config", buildDir + "/CPackConfig.cmake", "-B", m_out.path()},
+                                       &exitCode);
+        QVERIFY2(exitCode == 0, output.constData());
+        const QStringList debs = QDir(m_out.path()).entryList({"zelmor-helper_*.deb"});
+        QCOMPARE(debs.size(), 1);
+        m_deb = m_out.path() + "/" + debs.first();
+        QCOMPARE(debs.first(), QString("zelmor-helper_%1_%2.deb")
+                                   .arg(ZELMOR_VERSION, QString(run("dpkg", {"--print-architecture"}).trimmed())));
+        m_root = m_out.path() + "/root";
+        run("dpkg-deb", {"-x", m_deb, m_root});
+    }
+
+    void controlFields_data()
+    {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("contains");
+        QTest::newRow("name") << "Package" << "zelmor-helper";
+        QTest::newRow("libraries found by dpkg-shlibdeps") << "Depends" << "libqt6widgets6";
+        QTest::newRow("dbus") << "Depends" << "libqt6dbus6";
+        QTest::newRow("display plugins") << "Depends" << "qt6-qpa-plugins";
+        QTest::newRow("tools") << "Recommends" << "git, cmake, make, g++, libsdl2-dev";
+    }
+    void controlFields()
+    {
+        QFETCH(QString, field);
+        QFETCH(QString, contains);
+        const QString value = QString::fromUtf8(run("dpkg-deb", {"-f", m_deb, field}));
+        QVERIFY2(value.contains(contains), qPrintable(value));
+    }
+
+    void installsItsFiles()
+    {
+        QStringList files{
+            "/usr/bin/zelmor-helper",
+            InstalledBundle + "/Contents/Info.plist",
+            InstalledBundle + "/Contents/MacOS/ZELMORHelper",
+            InstalledBundle + "/Contents/Helpers/defaults",
+            InstalledBundle + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app/Contents/Info.plist",
+            InstalledBundle + "/Contents/Library/ZELMORInstallComponets.app/Contents/Info.plist",
+            "/usr/share/applications/org.zelmor.ZELMORHelper.desktop",
+            "/usr/share/applications/org.zelmor.ZELMORHelperStatusbarApp.desktop",
+            "/usr/share/metainfo/org.zelmor.ZELMORHelper.metainfo.xml",
+            "/usr/share/man/man1/zelmor-helper.1.gz",
+        };
+        for (const QString icon : {"org.zelmor.ZELMORHelper", "org.zelmor.ZELMORHelperStatusbarApp"}) {
+            files << "/usr/share/icons/hicolor/scalable/apps/" + icon + ".svg";
+            for (const int size : {16, 22, 24, 32, 48, 64, 128, 256})
+                files << QString("/usr/share/icons/hicolor/%1x%1/apps/%2.png").arg(size).arg(icon);
+        }
+        for (const QString &file : std::as_const(files))
+            QVERIFY2(QFileInfo(m_root + file).isFile(), qPrintable(file));
+        // The launcher is a link into the bundle, so the program knows its bundle.
+        QCOMPARE(QFileInfo(m_root + "/usr/bin/zelmor-helper").symLinkTarget(),
+                 m_root + InstalledBundle + "/Contents/MacOS/ZELMORHelper");
+    }
+
+    void desktopFilesValidate_data()
+    {
+        QTest::addColumn<QString>("validator");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("file");
+        QTest::newRow("application entry")
+            << "desktop-file-validate" << QStringList()
+            << "/usr/share/applications/org.zelmor.ZELMORHelper.desktop";
+        QTest::newRow("companion entry")
+            << "desktop-file-validate" << QStringList()
+            << "/usr/share/applications/org.zelmor.ZELMORHelperStatusbarApp.desktop";
+        QTest::newRow("metainfo") << "appstreamcli" << QStringList{"validate", "--no-net"}
+                                  << "/usr/share/metainfo/org.zelmor.ZELMORHelper.metainfo.xml";
+    }
+    void desktopFilesValidate()
+    {
+        QFETCH(QString, validator);
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, file);
+        int exitCode = -1;
+        const QByteArray output = tool(validator, arguments << m_root + file, &exitCode);
+        QVERIFY2(exitCode == 0, output.constData());
+        QVERIFY2(!output.contains("warning") && !output.contains("error"), output.constData());
+    }
+
+    // The autostart entry names the companion where the package puts it.
+    void companionEntryNamesTheInstalledProgram()
+    {
+        const QByteArray entry =
+            readFile(m_root + "/usr/share/applications/org.zelmor.ZELMORHelperStatusbarApp.desktop");
+        QVERIFY(entry.contains("\nExec=\"" + InstalledBundle.toUtf8()
+                               + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app/Contents/"
+                                 "MacOS/ZELMORHelperStatusbarApp\" -runMode autoLaunched\n"));
+        QVERIFY(QFileInfo(m_root + InstalledBundle
+                          + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app/Contents/MacOS/"
+                            "ZELMORHelperStatusbarApp")
+                    .isExecutable());
+    }
+
+    void launcherAnswersVersion()
+    {
+        int exitCode = -1;
+        const QByteArray output = tool(m_root + "/usr/bin/zelmor-helper", {"--version"}, &exitCode);
+        QCOMPARE(exitCode, 0);
+        QCOMPARE(output, QByteArray("ZELMOR Helper " ZELMOR_VERSION "\n"));
+    }
+
+    // The unpacked bundle, reached through the launcher: the application
+    // records its own bundle at start and starts the companion found there
+    // (which says offscreen that it has no tray); the paths to the installer
+    // and the `defaults` tool come out of the same bundle.
+    void unpackedBundleFindsWhatItShips()
+    {
+        const QString bundle = m_root + InstalledBundle;
+        SettingsStore::standard().setObject(SettingsKeys::FirstLaunch, 0);
+        QProcess app;
+        app.setProcessChannelMode(QProcess::MergedChannels);
+        app.start(m_root + "/usr/bin/zelmor-helper", {});
+        QVERIFY(app.waitForStarted());
+        QTRY_COMPARE_WITH_TIMEOUT(SettingsStore::standard().stringValue(SettingsKeys::AppLocation),
+                                  bundle, 20000);
+        QByteArray output;
+        QTRY_VERIFY_WITH_TIMEOUT((output += app.readAll()).contains("ZELMORHelperStatusbarApp: No system tray"),
+                                 20000);
+        app.terminate();
+        QVERIFY(app.waitForFinished(10000));
+
+        Bundle::setMainBundlePath(bundle);
+        QVERIFY(QFileInfo(Bundle::executablePath(Bundle::installerAppPath())).isExecutable());
+        QVERIFY(Bundle::executablePath(Bundle::installerAppPath()).startsWith(bundle));
+        const QString defaults = bundle + "/Contents/Helpers/defaults";
+        run(defaults, {"write", "org.zelmor.test.package", "Workspace", "-string", "/tmp/w"});
+        QVERIFY(run(defaults, {"read", "org.zelmor.test.package", "Workspace"}).contains("/tmp/w"));
+    }
+
+private:
+    QTemporaryDir m_out;
+    QString m_deb;
+    QString m_root;
+};
+
+ZELMOR_TEST_MAIN(TestPackage)
+#include "tst_package.moc"
