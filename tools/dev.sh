@@ -9,7 +9,7 @@ cd "$here"
 jobs="$(nproc 2>/dev/null || echo 2)"
 
 packages=(qt6-base-dev qt6-tools-dev qt6-l10n-tools qt6-tools-dev-tools libgl-dev
-          cmake g++ git make xvfb xauth desktop-file-utils libsdl2-dev)
+          cmake g++ git make xvfb xauth desktop-file-utils libsdl2-dev gcovr)
 
 install_missing() {
     local missing=()
@@ -60,8 +60,22 @@ test)
     run_tests build-asan ASAN_OPTIONS=detect_leaks=0:abort_on_error=1 \
         UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
     ;;
+coverage)
+    # Line coverage of the application's folders (not of the tests), from a
+    # build of its own instrumented with gcov. Counters add up across runs,
+    # so the old ones go first.
+    install_missing
+    build build-cov -DCMAKE_CXX_FLAGS=--coverage -DCMAKE_BUILD_TYPE=
+    find build-cov -name '*.gcda' -delete
+    status=0
+    run_tests build-cov || status=$?
+    gcovr --root . --object-directory build-cov \
+        --filter '(app|workflow|settings|widgets|platform|companions)/' \
+        --print-summary --txt build-cov/coverage.txt
+    exit "$status"
+    ;;
 *)
-    echo "usage: tools/dev.sh run|test" >&2
+    echo "usage: tools/dev.sh run|test|coverage" >&2
     exit 2
     ;;
 esac

@@ -7,9 +7,11 @@
 #include <QProcess>
 
 namespace {
-QTemporaryDir *userDir()
+// A static, not a leaked pointer: its destructor removes the whole user when
+// the program returns from main(), failed tests included.
+QTemporaryDir &userDir()
 {
-    static QTemporaryDir *dir = new QTemporaryDir(QDir::tempPath() + "/zelmor-test-XXXXXX");
+    static QTemporaryDir dir(QDir::tempPath() + "/zelmor-test-XXXXXX");
     return dir;
 }
 } // namespace
@@ -18,7 +20,7 @@ namespace TestSupport {
 
 void isolateUser()
 {
-    const QString root = userDir()->path();
+    const QString root = userDir().path();
     QDir().mkpath(root + "/home/.config");
     // Local sockets (the companion channel) and temporary files live here too,
     // so tests never meet a real companion or each other.
@@ -103,6 +105,12 @@ QString makeBareRepository(const QString &parentFolder, const QString &name,
     return bare;
 }
 
+void writeScript(const QString &path, const QByteArray &script)
+{
+    writeFile(path, "#!/bin/sh\n" + script);
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
 void makeScriptBundle(const QString &bundle, const QString &identifier, const QByteArray &script)
 {
     writeFile(bundle + "/Contents/Info.plist",
@@ -111,9 +119,7 @@ void makeScriptBundle(const QString &bundle, const QString &identifier, const QB
                   + identifier.toUtf8()
                   + "</string>\n\t<key>CFBundleExecutable</key>\n\t<string>probe</string>\n"
                     "</dict>\n</plist>\n");
-    const QString program = bundle + "/Contents/MacOS/probe";
-    writeFile(program, "#!/bin/sh\n" + script);
-    QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    writeScript(bundle + "/Contents/MacOS/probe", script);
 }
 
 QString buildBundleDir()
