@@ -89,7 +89,11 @@ private slots:
 
     void init()
     {
-        store().persisted().removeDomain();
+        for (const QString &key : {SettingsKeys::QuitStatusbarApp, SettingsKeys::DefaultNameZELMOR,
+                                   SettingsKeys::Log, SettingsKeys::Initialization,
+                                   SettingsKeys::FirstLaunch, SettingsKeys::Workspace,
+                                   SettingsKeys::Output, SettingsKeys::AppLocation})
+            store().removeObject(key);
         QFile::remove(m_statusbarMarker);
         QFile::remove(m_installerMarker);
         m_answers.clear();

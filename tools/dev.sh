@@ -69,7 +69,7 @@ coverage)
     find build-cov -name '*.gcda' -delete
     status=0
     run_tests build-cov || status=$?
-    gcovr --root . --object-directory build-cov \
+    gcovr --root . --object-directory build-cov --exclude-directories 'build-cov/CMakeFiles' \
         --filter '(app|workflow|settings|widgets|platform|companions)/' \
         --print-summary --txt build-cov/coverage.txt
     exit "$status"
