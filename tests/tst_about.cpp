@@ -70,8 +70,7 @@ private slots:
 
     void popoverGeometryTouchesTheChosenEdge_data()
     {
-        QTest::addColumn<int>("edge");
-        QTest::addColumn<QRect>("expected");
+        TestSupport::columns<int, QRect>({"edge", "expected"});
         // Anchor (100,100) 40x20, popover 60x30, gap 4.
         QTest::newRow("left (0)") << 0 << QRect(36, 94, 60, 30);
         QTest::newRow("below (1)") << 1 << QRect(89, 124, 60, 30);
@@ -81,10 +80,8 @@ private slots:
     void popoverGeometryTouchesTheChosenEdge()
     {
         QFETCH(int, edge);
-        QFETCH(QRect, expected);
-        QCOMPARE(popoverGeometry(QRect(100, 100, 40, 20), QSize(60, 30),
-                                 static_cast<Popover::Edge>(edge)),
-                 expected);
+        QTEST(popoverGeometry(QRect(100, 100, 40, 20), QSize(60, 30), static_cast<Popover::Edge>(edge)),
+              "expected");
     }
 
     // A transient popover: the next click elsewhere closes it.

@@ -32,12 +32,6 @@ SettingsStore &store()
     return SettingsStore::standard();
 }
 
-// A bundle whose program appends a line to a marker file.
-void writeScriptBundle(const QString &bundle, const QString &identifier, const QString &marker)
-{
-    makeScriptBundle(bundle, identifier, "echo started >> '" + marker.toUtf8() + "'\n");
-}
-
 // Stands in for a language: every text it knows comes back in brackets.
 class BracketTranslator : public QTranslator
 {
@@ -49,21 +43,15 @@ public:
     bool isEmpty() const override { return false; }
 };
 
-// Records the settings at the moment the first-launch sheet appears.
+// Records the settings at each moment the first-launch sheet appears.
 class SheetWatcher : public QObject
 {
 public:
-    QString workspace, output;
-    int shows = 0;
-
-protected:
+    QStringList paths; // workspace, output, workspace, output...
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::Show && watched->objectName() == "firstLaunch") {
-            ++shows;
-            workspace = store().stringValue(SettingsKeys::Workspace);
-            output = store().stringValue(SettingsKeys::Output);
-        }
+        if (event->type() == QEvent::Show && watched->objectName() == "firstLaunch")
+            paths << store().stringValue(SettingsKeys::Workspace) << store().stringValue(SettingsKeys::Output);
         return false;
     }
 };
@@ -83,10 +71,11 @@ private slots:
         m_statusbarMarker = m_dir.path() + "/statusbar started";
         m_installerMarker = m_dir.path() + "/installer started";
         m_statusbarId = QString("org.zelmor.test%1.StatusbarApp").arg(QCoreApplication::applicationPid());
-        writeScriptBundle(m_bundle + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app",
-                          m_statusbarId, m_statusbarMarker);
-        writeScriptBundle(m_bundle + "/Contents/Library/ZELMORInstallComponets.app",
-                          "org.zelmor.test.Installer", m_installerMarker);
+        // Companions whose programs append a line to a marker file.
+        makeScriptBundle(m_bundle + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app",
+                         m_statusbarId, "echo started >> '" + m_statusbarMarker.toUtf8() + "'\n");
+        makeScriptBundle(m_bundle + "/Contents/Library/ZELMORInstallComponets.app",
+                         "org.zelmor.test.Installer", "echo started >> '" + m_installerMarker.toUtf8() + "'\n");
         Bundle::setMainBundlePath(m_bundle);
 
         ZELMORHelperAppDelegate::setFolderChooser(
@@ -122,9 +111,7 @@ private slots:
         start();
         qApp->removeEventFilter(&watcher);
 
-        QCOMPARE(watcher.shows, 1);
-        QCOMPARE(watcher.workspace, QString("/Developer/ZELMOR"));
-        QCOMPARE(watcher.output, QString("/Developer/ZELMOR/Output"));
+        QCOMPARE(watcher.paths, (QStringList{"/Developer/ZELMOR", "/Developer/ZELMOR/Output"}));
         QCOMPARE(store().stringValue(SettingsKeys::AppLocation), m_bundle);
         QCOMPARE(store().intValue(SettingsKeys::FirstLaunch), 1);
 
@@ -132,13 +119,12 @@ private slots:
         QVERIFY(d->firstLaunchWindow && d->firstLaunchWindow->isVisible());
         QCOMPARE(d->firstLaunchWindow->windowModality(), Qt::WindowModal);
         QCOMPARE(d->firstLaunchWindow->parentWidget(), m_shell->window());
-        QCOMPARE(d->firstTitle->text(), QString("Welcome"));
+        QCOMPARE(d->firstTitle->text(), "Welcome");
         QCOMPARE(d->firstMessage->text(),
-                 QString("You need to install Xcode(larger in file size but recommend) or command "
-                         "line tool(needless for Xcode), homebrew, cmake, sdl.\n \n(cmake and sdl "
-                         "can be installed through homebrew)"));
-        QCOMPARE(d->firstPopMessage->text(),
-                 QString("Don't know how to install? Click here to try wizard."));
+                 "You need to install Xcode(larger in file size but recommend) or command line "
+                 "tool(needless for Xcode), homebrew, cmake, sdl.\n \n(cmake and sdl can be "
+                 "installed through homebrew)");
+        QCOMPARE(d->firstPopMessage->text(), "Don't know how to install? Click here to try wizard.");
 
         // The hint opens with the sheet, above the button it points at.
         QVERIFY(d->tryWizardPopover->isShown());
@@ -156,8 +142,7 @@ private slots:
         store().setObject(SettingsKeys::Workspace, "/home/me/src");
         start();
         QVERIFY(delegate()->firstLaunchWindow);
-        QCOMPARE(store().stringValue(SettingsKeys::Workspace), QString("/Developer/ZELMOR"));
-
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), "/Developer/ZELMOR");
         // Neither Escape nor closing the window ends the sheet.
         QTest::keyClick(delegate()->firstLaunchWindow, Qt::Key_Escape);
         QTest::keyClick(delegate()->firstLaunchWindow, Qt::Key_Escape);
@@ -172,8 +157,8 @@ private slots:
         QVERIFY(!delegate()->firstLaunchWindow);
         QVERIFY(delegate()->wizardWindow && delegate()->wizardWindow->isVisible());
         QCOMPARE(delegate()->wizardWindow->windowModality(), Qt::WindowModal);
-        QCOMPARE(delegate()->wizardTitle->text(), QString("Initialization"));
-        QCOMPARE(delegate()->wizardBrowseOutputButton->text(), QString("Select"));
+        QCOMPARE(delegate()->wizardTitle->text(), "Initialization");
+        QCOMPARE(delegate()->wizardBrowseOutputButton->text(), "Select");
         QCOMPARE(store().intValue(SettingsKeys::Initialization), 1);
         QTest::keyClick(delegate()->wizardWindow, Qt::Key_Escape);
         QVERIFY(delegate()->wizardWindow->isVisible());
@@ -181,42 +166,33 @@ private slots:
 
     void wizardStoresTheChosenFolders_data()
     {
-        QTest::addColumn<QStringList>("answers"); // workspace choice, output choice
-        QTest::addColumn<QString>("workspace");
-        QTest::addColumn<QString>("output");
-        QTest::addColumn<QString>("workspaceField");
-        QTest::addColumn<QString>("outputField");
+        // answers: the workspace choice, then the output choice
+        columns<QStringList, QString, QString, QString, QString>(
+            {"answers", "workspace", "output", "workspaceField", "outputField"});
         QTest::newRow("same parent") << QStringList{"/tmp/P", "/tmp/P"} << "/tmp/P/ZELMOR"
-                                     << "/tmp/P/ZELMOR/Output" << "/tmp/P/ZELMOR"
-                                     << "/tmp/P/ZELMOR/Output";
+                                     << "/tmp/P/ZELMOR/Output" << "/tmp/P/ZELMOR" << "/tmp/P/ZELMOR/Output";
         QTest::newRow("blanks") << QStringList{"/my src", "/c"} << "/my src/ZELMOR"
                                 << "/c/ZELMOR/Output" << "/my src/ZELMOR" << "/c/ZELMOR/Output";
-        QTest::newRow("root, unnormalised")
-            << QStringList{"/", "/"} << "//ZELMOR" << "//ZELMOR/Output" << "//ZELMOR"
-            << "//ZELMOR/Output";
+        QTest::newRow("root, unnormalised") << QStringList{"/", "/"} << "//ZELMOR" << "//ZELMOR/Output"
+                                            << "//ZELMOR" << "//ZELMOR/Output";
         QTest::newRow("both cancelled") << QStringList{"", ""} << "/Developer/ZELMOR"
                                         << "/Developer/ZELMOR/Output" << "" << "";
     }
     void wizardStoresTheChosenFolders()
     {
         QFETCH(QStringList, answers);
-        QFETCH(QString, workspace);
-        QFETCH(QString, output);
-        QFETCH(QString, workspaceField);
-        QFETCH(QString, outputField);
         openWizard();
         ZELMORHelperAppDelegate *d = delegate();
 
         m_answers = answers;
         QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
         QCOMPARE(m_chooserParent, d->wizardWindow.data());
-        QCOMPARE(m_chooserPrompt, QString("Select"));
+        QCOMPARE(m_chooserPrompt, "Select");
         QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
-
-        QCOMPARE(store().stringValue(SettingsKeys::Workspace), workspace);
-        QCOMPARE(store().stringValue(SettingsKeys::Output), output);
-        QCOMPARE(d->iniWorkSpaceText->text(), workspaceField);
-        QCOMPARE(d->iniOutputText->text(), outputField);
+        QTEST(store().stringValue(SettingsKeys::Workspace), "workspace");
+        QTEST(store().stringValue(SettingsKeys::Output), "output");
+        QTEST(d->iniWorkSpaceText->text(), "workspaceField");
+        QTEST(d->iniOutputText->text(), "outputField");
 
         QTest::mouseClick(d->wizardOKButton, Qt::LeftButton);
         QCOMPARE(store().intValue(SettingsKeys::Initialization), 0);
@@ -230,14 +206,11 @@ private slots:
         m_answers = {"/first", ""};
         QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
         QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
-        QCOMPARE(store().stringValue(SettingsKeys::Workspace), QString("/first/ZELMOR"));
-        QCOMPARE(d->iniWorkSpaceText->text(), QString("/first/ZELMOR"));
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), "/first/ZELMOR");
+        QCOMPARE(d->iniWorkSpaceText->text(), "/first/ZELMOR");
         QVERIFY(d->inipathStr.isEmpty());
-    }
 
-    void helpPopoverOpensLeftOfItsButton()
-    {
-        openWizard();
+        // The wizard's help opens left of its button.
         auto *help = delegate()->wizardWindow->findChild<QToolButton *>("wizardHelpButton");
         QVERIFY(help);
         QTest::mouseClick(help, Qt::LeftButton);
@@ -258,7 +231,7 @@ private slots:
         store().setObject(SettingsKeys::Workspace, "/home/me/src");
         start();
         QVERIFY(!delegate()->firstLaunchWindow);
-        QCOMPARE(store().stringValue(SettingsKeys::Workspace), QString("/home/me/src"));
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), "/home/me/src");
         QVERIFY(!store().persisted().value(SettingsKeys::Output).isValid());
         QCOMPARE(store().stringValue(SettingsKeys::AppLocation), m_bundle);
         m_shell.reset();
@@ -266,7 +239,7 @@ private slots:
         store().setObject(SettingsKeys::FirstLaunch, QStringLiteral("1"));
         start();
         QVERIFY(delegate()->firstLaunchWindow && delegate()->firstLaunchWindow->isVisible());
-        QCOMPARE(store().stringValue(SettingsKeys::Workspace), QString("/Developer/ZELMOR"));
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), "/Developer/ZELMOR");
     }
 
     void companionsAreLaunchedFromTheirBundles()
@@ -285,11 +258,11 @@ private slots:
         QTRY_VERIFY(QFile::exists(m_installerMarker));
     }
 
-    void menusAreTitledInOrder()
+    void menusAreTitledInOrderAndReachTheirActions()
     {
         store().setObject(SettingsKeys::FirstLaunch, 0);
         start();
-        QCOMPARE(m_shell->window()->windowTitle(), QString("ZELMOR Helper"));
+        QCOMPARE(m_shell->window()->windowTitle(), "ZELMOR Helper");
         auto titles = [](QMenu *menu) {
             QStringList list;
             for (QAction *a : menu->actions())
@@ -297,7 +270,7 @@ private slots:
                     list << a->text();
             return list;
         };
-        QCOMPARE(ui()->menuAppName->title(), QString("ZELMOR Helper"));
+        QCOMPARE(ui()->menuAppName->title(), "ZELMOR Helper");
         QCOMPARE(titles(ui()->menuAppName),
                  (QStringList{"About ZELMOR Helper", "Re-launch ZELMOR Helper",
                               "Launch ZELMOR Helper Statusbar App", "Install Essentials",
@@ -310,6 +283,16 @@ private slots:
         QCOMPARE(titles(ui()->menuWindow), (QStringList{"Minimize", "Zoom", "Bring All to Front"}));
         for (QAction *a : {ui()->menuQuit, ui()->menuCopy, ui()->menuFind, ui()->menuFindNext})
             QVERIFY2(!a->shortcut().isEmpty(), qPrintable(a->text()));
+
+        ui()->menuRelaunchHelper->trigger();
+        QCOMPARE(m_relaunches, QList<float>{2.0f});
+        ui()->menuAbout->trigger();
+        QVERIFY(m_shell->aboutController());
+        ui()->menuPrefs->trigger();
+        PrefsController *prefs = m_shell->prefsController();
+        QVERIFY(prefs && prefs->window()->isVisible());
+        ui()->menuPrefs->trigger();
+        QCOMPARE(m_shell->prefsController(), prefs); // the same window again
     }
 
     void titlesComeFromTheStringTable()
@@ -319,27 +302,10 @@ private slots:
         QCoreApplication::installTranslator(&language);
         start();
         QCoreApplication::removeTranslator(&language);
-        QCOMPARE(ui()->menuAbout->text(), QString("[About ZELMOR Helper]"));
-        QCOMPARE(ui()->menuAppName->title(), QString("[ZELMOR Helper]"));
-        QCOMPARE(delegate()->firstTitle->text(), QString("[Welcome]"));
-        QCOMPARE(m_shell->window()->windowTitle(), QString("[ZELMOR Helper]"));
-    }
-
-    void menuItemsReachTheirActions()
-    {
-        store().setObject(SettingsKeys::FirstLaunch, 0);
-        start();
-
-        ui()->menuRelaunchHelper->trigger();
-        QCOMPARE(m_relaunches, QList<float>{2.0f});
-
-        ui()->menuAbout->trigger();
-        QVERIFY(m_shell->aboutController());
-        ui()->menuPrefs->trigger();
-        PrefsController *prefs = m_shell->prefsController();
-        QVERIFY(prefs && prefs->window()->isVisible());
-        ui()->menuPrefs->trigger();
-        QCOMPARE(m_shell->prefsController(), prefs); // the same window again
+        QCOMPARE(ui()->menuAbout->text(), "[About ZELMOR Helper]");
+        QCOMPARE(ui()->menuAppName->title(), "[ZELMOR Helper]");
+        QCOMPARE(delegate()->firstTitle->text(), "[Welcome]");
+        QCOMPARE(m_shell->window()->windowTitle(), "[ZELMOR Helper]");
     }
 
     void windowMenuActsOnTheWindow()

@@ -20,11 +20,8 @@ class TestAppShellFind : public QObject
 private slots:
     void findInText_data()
     {
-        QTest::addColumn<QString>("needle");
-        QTest::addColumn<int>("selectionStart");
-        QTest::addColumn<int>("selectionEnd");
-        QTest::addColumn<bool>("backward");
-        QTest::addColumn<int>("expected");
+        TestSupport::columns<QString, int, int, bool, int>(
+            {"needle", "selectionStart", "selectionEnd", "backward", "expected"});
         // Text: "ab cab CAB ab" (matches of "ab" at 0, 4, 8, 11)
         QTest::newRow("next from start") << "ab" << 0 << 0 << false << 0;
         QTest::newRow("next after selection") << "ab" << 4 << 6 << false << 8;
@@ -107,7 +104,7 @@ private slots:
 
         select(17, 22); // "gamma"
         ui()->menuFindSelect->trigger();
-        QCOMPARE(m_menu->findBar()->findString(), QString("gamma"));
+        QCOMPARE(m_menu->findBar()->findString(), "gamma");
         select(0, 0);
         ui()->menuFindNext->trigger();
         QCOMPARE(selection(), qMakePair(17, 22));
@@ -135,7 +132,7 @@ private slots:
     {
         select(6, 10);
         ui()->menuCopy->trigger();
-        QCOMPARE(QGuiApplication::clipboard()->text(), QString("beta"));
+        QCOMPARE(QGuiApplication::clipboard()->text(), "beta");
         ui()->menuSelectAll->trigger();
         QCOMPARE(selection(), qMakePair(0, int(console()->toPlainText().size())));
     }

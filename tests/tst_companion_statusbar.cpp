@@ -20,46 +20,41 @@ class TestCompanionStatusbar : public QObject
 {
     Q_OBJECT
 
-    // Local sockets are made in the temporary folder. A private one keeps
-    // these tests apart from a companion the user really runs and from other
-    // tests that start one at the same time; started programs inherit it.
-    QTemporaryDir m_sockets;
-
     static QString companionProgram()
     {
-        return buildBundleDir()
-               + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app/Contents/MacOS/"
-                 "ZELMORHelperStatusbarApp";
+        return buildBundleDir() + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app/"
+                                  "Contents/MacOS/ZELMORHelperStatusbarApp";
     }
-
     static QAction *statusAction(StatusbarCompanion &companion)
     {
         return companion.menu()->actions().constFirst();
     }
-
     static QStringList visibleMenuTexts(StatusbarCompanion &companion)
     {
         QStringList texts;
-        for (QAction *action : companion.menu()->actions()) {
+        for (QAction *action : companion.menu()->actions())
             if (action->isVisible() && !action->isSeparator())
                 texts << action->text();
-        }
         return texts;
+    }
+    // Starts the built companion and waits for its end.
+    static void runToEnd(QProcess &process, const QStringList &arguments)
+    {
+        QSignalSpy ended(&process, &QProcess::finished);
+        process.start(companionProgram(), arguments);
+        QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 10000);
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
     }
 
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(m_sockets.isValid());
-        qputenv("TMPDIR", QFile::encodeName(m_sockets.path()));
-        QVERIFY(!CompanionChannel::isRunning(ZELMOR_STATUSBAR_BUNDLE_ID));
-    }
+    // Local sockets live in this test's own temporary folder (see
+    // isolateUser): no companion the user runs, nor another test's, answers.
+    void initTestCase() { QVERIFY(!CompanionChannel::isRunning(ZELMOR_STATUSBAR_BUNDLE_ID)); }
 
     void arguments_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<bool>("autoLaunched");
-        QTest::addColumn<bool>("headless");
+        columns<QStringList, bool, bool>({"arguments", "autoLaunched", "headless"});
         QTest::newRow("by hand") << QStringList{"prog"} << false << false;
         QTest::newRow("login agent") << QStringList{"prog", "-runMode", "autoLaunched"} << true << false;
         QTest::newRow("other run mode") << QStringList{"prog", "-runMode", "manual"} << false << false;
@@ -84,31 +79,21 @@ private slots:
         QTemporaryDir dir;
         const QString mainBundle = dir.path() + "/ZELMOR Helper.app";
         const QString marker = dir.path() + "/opened";
-        writeFile(mainBundle + "/Contents/Info.plist",
-                  "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict>"
-                  "<key>CFBundleIdentifier</key><string>org.zelmor.test.main</string>"
-                  "<key>CFBundleExecutable</key><string>main</string></dict></plist>");
-        writeFile(mainBundle + "/Contents/MacOS/main",
-                  "#!/bin/sh\ntouch '" + QFile::encodeName(marker) + "'\n");
-        QFile::setPermissions(mainBundle + "/Contents/MacOS/main",
-                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        makeScriptBundle(mainBundle, "org.zelmor.test.main", "touch '" + QFile::encodeName(marker) + "'\n");
         const QString found = mainBundleForCompanion(
             mainBundle + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app");
         QCOMPARE(found, mainBundle);
 
         StatusbarCompanion companion("org.zelmor.test.open", found, {false, true});
-        for (QAction *action : companion.menu()->actions()) {
+        for (QAction *action : companion.menu()->actions())
             if (action->text() == "Open ZELMOR Helper")
                 action->trigger();
-        }
         QTRY_VERIFY(QFile::exists(marker));
     }
 
     void summary_data()
     {
-        QTest::addColumn<int>("value");
-        QTest::addColumn<int>("maximum");
-        QTest::addColumn<QString>("expected");
+        columns<int, int, QString>({"value", "maximum", "expected"});
         QTest::newRow("no figure") << 5 << 0 << "Compiling ZELMOR";
         QTest::newRow("start") << 0 << 250 << "Compiling ZELMOR — 0%";
         QTest::newRow("rounds down") << 2 << 3 << "Compiling ZELMOR — 66%";
@@ -121,8 +106,7 @@ private slots:
     {
         QFETCH(int, value);
         QFETCH(int, maximum);
-        CompanionChannel::Status status{"Compiling ZELMOR", value, maximum, {}};
-        QTEST(statusSummary(status), "expected");
+        QTEST(statusSummary({"Compiling ZELMOR", value, maximum, {}}), "expected");
     }
 
     // What ZELMOR Helper publishes shows in the menu and tooltip, and goes
@@ -134,33 +118,27 @@ private slots:
         QSignalSpy quits(&companion, &StatusbarCompanion::quitRequested);
         QVERIFY(companion.start());
         QCOMPARE(visibleMenuTexts(companion), (QStringList{"Open ZELMOR Helper", "Quit"}));
-        QCOMPARE(companion.toolTip(), QString("ZELMOR Helper"));
-
+        QCOMPARE(companion.toolTip(), "ZELMOR Helper");
         {
             CompanionStatusPublisher publisher(id);
             publisher.publish(CompanionChannel::statusMessage("Compiling ZELMOR", 42, 100, "make"));
             QTRY_COMPARE(visibleMenuTexts(companion),
                          (QStringList{"Compiling ZELMOR — 42%", "Open ZELMOR Helper", "Quit"}));
             QVERIFY(!statusAction(companion)->isEnabled());
-            QCOMPARE(companion.toolTip(), QString("ZELMOR Helper\nCompiling ZELMOR — 42%\nmake"));
-
+            QCOMPARE(companion.toolTip(), "ZELMOR Helper\nCompiling ZELMOR — 42%\nmake");
             publisher.publish(CompanionChannel::idleMessage());
             QTRY_VERIFY(!statusAction(companion)->isVisible());
-            QCOMPARE(companion.toolTip(), QString("ZELMOR Helper"));
-
-            publisher.publish(
-                CompanionChannel::statusMessage("Downloading source codes", 0, 0, {}));
-            QTRY_COMPARE(companion.toolTip(), QString("ZELMOR Helper\nDownloading source codes"));
+            QCOMPARE(companion.toolTip(), "ZELMOR Helper");
+            publisher.publish(CompanionChannel::statusMessage("Downloading source codes", 0, 0, {}));
+            QTRY_COMPARE(companion.toolTip(), "ZELMOR Helper\nDownloading source codes");
         }
         // The publisher is gone in the middle of an operation.
         QTRY_VERIFY(!statusAction(companion)->isVisible());
-        QCOMPARE(companion.toolTip(), QString("ZELMOR Helper"));
+        QCOMPARE(companion.toolTip(), "ZELMOR Helper");
         QCOMPARE(quits.count(), 0);
-
         // One instance per identifier, even within one process.
         StatusbarCompanion second(id, {}, {false, true});
         QVERIFY(!second.start());
-
         QVERIFY(CompanionChannel::requestQuit(id));
         QTRY_COMPARE(quits.count(), 1);
 
@@ -182,13 +160,8 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(CompanionChannel::isRunning(id), 10000);
 
         QProcess second;
-        QSignalSpy secondEnded(&second, &QProcess::finished);
-        second.start(companionProgram(), {"--no-tray", "-runMode", "autoLaunched"});
-        QTRY_COMPARE_WITH_TIMEOUT(secondEnded.count(), 1, 10000);
-        QCOMPARE(second.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(second.exitCode(), 0);
+        runToEnd(second, {"--no-tray", "-runMode", "autoLaunched"});
         QVERIFY(second.readAllStandardError().contains("already running"));
-
         QCOMPARE(first.state(), QProcess::Running);
         QVERIFY(CompanionChannel::isRunning(id));
 
@@ -212,11 +185,7 @@ private slots:
     {
         QFETCH(QStringList, arguments);
         QProcess process;
-        QSignalSpy ended(&process, &QProcess::finished);
-        process.start(companionProgram(), arguments);
-        QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 10000);
-        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(process.exitCode(), 0);
+        runToEnd(process, arguments);
         QVERIFY(process.readAllStandardError().contains("No system tray is available"));
         QVERIFY(!CompanionChannel::isRunning(ZELMOR_STATUSBAR_BUNDLE_ID));
     }

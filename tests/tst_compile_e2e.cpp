@@ -1,19 +1,11 @@
-#include "TestSupport.h"
+#include "ControllerHarness.h"
 #include "WorkspaceFixture.h"
 
-#include "settings/SettingsKeys.h"
-#include "settings/SettingsStore.h"
-#include "widgets/ConsoleView.h"
-#include "widgets/ProgressBar.h"
-#include "widgets/Spinner.h"
 #include "workflow/AppController.h"
-#include "workflow/MainWindow.h"
 
 #include <QDirIterator>
-#include <QPushButton>
 
 #include <algorithm>
-#include <memory>
 
 using TestSupport::readFile;
 using TestSupport::writeFile;
@@ -32,30 +24,29 @@ private:
     {
         QStringList consoleHistory; // every text the console has shown
         WorkspaceFixture fixture;
-        MainWindow window;
-        std::unique_ptr<AppController> controller;
+        bool checkedOut;
+        ControllerHarness h;
 
-        explicit Run(int log = 0)
+        explicit Run(int log = 0) : checkedOut(checkout(fixture, log))
         {
-            fixture.checkout();
-            SettingsStore &settings = SettingsStore::standard();
-            settings.setObject(SettingsKeys::Workspace, fixture.workspace());
-            settings.setObject(SettingsKeys::Output, fixture.output());
-            settings.setObject(SettingsKeys::Log, log);
-            controller = std::make_unique<AppController>(&window);
-            controller->awakeFromNib();
-            controller->selectItemWithTag(AppController::TagCompile);
-            ConsoleView *console = controller->outputField;
+            h.controller.selectItemWithTag(AppController::TagCompile);
+            ConsoleView *console = h.controller.outputField;
             // The document itself, not string(): reading must not hurry the
             // console's own flushing along.
             QObject::connect(console, &QPlainTextEdit::textChanged, console,
                              [this, console] { consoleHistory.append(console->toPlainText()); });
         }
-        AppController &c() { return *controller; }
+        static bool checkout(const WorkspaceFixture &fixture, int log)
+        {
+            fixture.checkout();
+            ControllerHarness::configure(fixture.workspace(), fixture.output(), log);
+            return true;
+        }
+        AppController &c() { return h.controller; }
         QString ws() const { return fixture.workspace(); }
         QString build() const { return fixture.workspace() + "/build"; }
         QString out() const { return fixture.output(); }
-        QString console() { return controller->outputField->string(); }
+        QString console() { return h.console(); }
         bool shown(const QString &text) const
         {
             return std::any_of(consoleHistory.begin(), consoleHistory.end(),
@@ -100,14 +91,14 @@ private slots:
         });
 
         r.c().perform();
-        QCOMPARE(r.c().buttonPerform->text(), QStringLiteral("Stop"));
+        QCOMPARE(r.h.button(), "Stop");
         QTRY_VERIFY_WITH_TIMEOUT(r.console().endsWith(allDone()), Timeout);
 
         QCOMPARE(r.console(), "\nCompiling...\n\nBuild in: " + r.build() + "\nOutput: " + r.out()
                                   + "\n\nMoving files to output folder...\n" + allDone());
         QVERIFY(r.shown("\nChecking files...\n"));
-        QCOMPARE(r.c().buttonPerform->text(), QStringLiteral("Perform"));
-        QVERIFY(!r.c().spinner->isAnimating());
+        QVERIFY(r.h.isIdle());
+        QCOMPARE(r.c().now, 2); // the copy was the last stage
 
         // Both asset copies are exactly the Android tree.
         const QStringList androidAssets = tree(r.ws() + "/android/assets");
@@ -148,17 +139,15 @@ private slots:
         r.c().perform();
         QTRY_VERIFY_WITH_TIMEOUT(r.console().endsWith(allDone()), Timeout);
 
-        const QString console = r.console();
-        const qsizetype copying = console.indexOf("\nMoving files to output folder...\n");
-        QVERIFY(copying > 0);
-        QVERIFY(console.indexOf("Error") >= 0);
+        QVERIFY(r.console().indexOf("\nMoving files to output folder...\n") > 0);
+        QVERIFY(r.console().contains("Error"));
         // The assets were built at configure time and copied; the chain of
         // cp stopped at the missing program, so the home folder's lang is
         // gone and not replaced.
         QVERIFY(QFile::exists(r.out() + "/assets/config.ini"));
         QVERIFY(!QFile::exists(r.out() + "/ZELMORSDL"));
         QVERIFY(!QFile::exists(TestSupport::homeDir() + "/lang"));
-        QCOMPARE(r.c().buttonPerform->text(), QStringLiteral("Perform"));
+        QCOMPARE(r.h.button(), "Perform");
     }
 
     void missingAndroidAssetsReportsButStillBuilds()
@@ -170,8 +159,7 @@ private slots:
         // The check already reset the window, yet cmake is running. Its
         // message went into the console in the same pass as the compile
         // header that replaced it, so only the header is left to see.
-        QCOMPARE(r.c().buttonPerform->text(), QStringLiteral("Perform"));
-        QVERIFY(!r.c().spinner->isAnimating());
+        QVERIFY(r.h.isIdle());
         QVERIFY(!r.c().unixTask.isNull());
         QVERIFY(r.console().startsWith("\nCompiling...\n"));
 
@@ -191,8 +179,7 @@ private slots:
         QCOMPARE(r.console(), "\nChecking files...\n" + assetsMessage(r.ws()) + "\n.git not found in "
                                   + r.ws() + ".Please re-download a complete copy of source codes.\n");
         QVERIFY(r.c().unixTask.isNull());
-        QCOMPARE(r.c().buttonPerform->text(), QStringLiteral("Perform"));
-        QVERIFY(!r.c().spinner->isAnimating());
+        QVERIFY(r.h.isIdle());
         // The build folder is prepared before anything is checked.
         QVERIFY(QFileInfo(r.build()).isDir());
         QVERIFY(QDir(r.build()).isEmpty());
@@ -212,12 +199,11 @@ private slots:
         r.c().perform();
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(r.build() + "/make-started"), Timeout);
         QCOMPARE(r.c().now, 1);
-        QCOMPARE(r.c().buttonPerform->text(), QStringLiteral("Stop"));
+        QCOMPARE(r.h.button(), "Stop");
 
         r.c().perform();
-        QCOMPARE(r.c().buttonPerform->text(), QStringLiteral("Perform"));
-        const QString terminated = QStringLiteral("\nTask terminated by user.\n");
-        QTRY_VERIFY_WITH_TIMEOUT(r.console().endsWith(terminated), 30000);
+        QCOMPARE(r.h.button(), "Perform");
+        QTRY_VERIFY_WITH_TIMEOUT(r.console().endsWith("\nTask terminated by user.\n"), 30000);
         QVERIFY(r.c().unixTask.isNull());
 
         // No copy stage followed.
@@ -237,15 +223,14 @@ private slots:
                                  30000);
         if (r.c().unixTask)
             QCOMPARE(r.c().unixTask->error(), QProcess::FailedToStart);
-        QCOMPARE(r.c().buttonPerform->text(), QStringLiteral("Stop"));
+        QCOMPARE(r.h.button(), "Stop");
         QVERIFY(r.c().spinner->isAnimating());
 
         // The window still answers: Stop returns it to idle, and with no
         // child ever ending nothing more is printed.
         const QString before = r.console();
         r.c().perform();
-        QCOMPARE(r.c().buttonPerform->text(), QStringLiteral("Perform"));
-        QVERIFY(!r.c().spinner->isAnimating());
+        QVERIFY(r.h.isIdle());
         QCOMPARE(r.console(), before);
     }
 };

@@ -23,8 +23,7 @@ private slots:
     void orderIsKept_data()
     {
         // Each step is "s:" (setString) or "i:" (insertText) and its text.
-        QTest::addColumn<QStringList>("steps");
-        QTest::addColumn<QString>("expected");
+        TestSupport::columns<QStringList, QString>({"steps", "expected"});
         QTest::newRow("inserts append") << QStringList{"i:a", "i:b", "i:c"} << "abc";
         QTest::newRow("set discards the queue") << QStringList{"i:old", "s:\nHead...\n", "i:x"}
                                                 << "\nHead...\nx";

@@ -40,8 +40,7 @@ private slots:
 
     void execArgument_data()
     {
-        QTest::addColumn<QString>("argument");
-        QTest::addColumn<QString>("written");
+        TestSupport::columns<QString, QString>({"argument", "written"});
         QTest::newRow("plain") << "/opt/z/app" << "/opt/z/app";
         QTest::newRow("blanks") << "/a b/app" << "\"/a b/app\"";
         QTest::newRow("dollar") << "/a$b" << "\"/a\\\\$b\"";
@@ -51,14 +50,12 @@ private slots:
     void execArgument()
     {
         QFETCH(QString, argument);
-        QFETCH(QString, written);
-        QCOMPARE(LoginAgent::desktopExecArgument(argument), written);
+        QTEST(LoginAgent::desktopExecArgument(argument), "written");
     }
 
     void agentsFolder_data()
     {
-        QTest::addColumn<QString>("xdg");
-        QTest::addColumn<QString>("folder");
+        TestSupport::columns<QString, QString>({"xdg", "folder"});
         QTest::newRow("set") << "/xdg/conf" << "/xdg/conf/autostart";
         QTest::newRow("unset") << "" << "HOME/.config/autostart";
         QTest::newRow("relative") << "conf" << "HOME/.config/autostart";
@@ -99,7 +96,7 @@ private slots:
                  expected);
     }
 
-    void installWritesValidEntry()
+    void installWritesValidEntryAndUninstallRemovesIt()
     {
         QVERIFY(!LoginAgent::isInstalled());
         LoginAgent::install();
@@ -118,9 +115,18 @@ private slots:
             TestSupport::run("desktop-file-validate", {entryPath()}, QString(), &exitCode);
         QCOMPARE(exitCode, 0);
         QCOMPARE(report, QByteArray());
+
+        // Removing it twice is silent, and the folder stays.
+        LoginAgent::uninstall();
+        QVERIFY(!LoginAgent::isInstalled());
+        LoginAgent::uninstall();
+        QVERIFY(!LoginAgent::isInstalled());
+        QVERIFY(QFileInfo(autostartFolder()).isDir());
     }
 
-    void existingEntryIsKept()
+    // Install leaves what is there alone: an entry (not even touched), a
+    // missing folder, a folder in the entry's place (which counts as there).
+    void installKeepsWhatIsThere()
     {
         TestSupport::writeFile(entryPath(), "[Desktop Entry]\nmine\n");
         const QDateTime old = QDateTime::currentDateTime().addDays(-3);
@@ -132,30 +138,14 @@ private slots:
         LoginAgent::install();
         QCOMPARE(TestSupport::readFile(entryPath()), QByteArray("[Desktop Entry]\nmine\n"));
         QCOMPARE(QFileInfo(entryPath()).lastModified(), old);
-    }
 
-    void nothingWrittenWithoutFolder()
-    {
         QDir(autostartFolder()).removeRecursively();
         LoginAgent::install();
         QVERIFY(!QFileInfo::exists(autostartFolder()));
-
-        // A folder at the entry's path: nothing written, yet it counts as there.
         QDir().mkpath(entryPath());
         LoginAgent::install();
         QVERIFY(QFileInfo(entryPath()).isDir());
         QVERIFY(LoginAgent::isInstalled());
-    }
-
-    void uninstallTwiceSilently()
-    {
-        LoginAgent::install();
-        QVERIFY(LoginAgent::isInstalled());
-        LoginAgent::uninstall();
-        QVERIFY(!LoginAgent::isInstalled());
-        LoginAgent::uninstall();
-        QVERIFY(!LoginAgent::isInstalled());
-        QVERIFY(QFileInfo(autostartFolder()).isDir());
     }
 
     void checkBoxShowsFileWhenWindowLoads()

@@ -20,8 +20,7 @@ class ModuleRulesTest : public QObject
 private slots:
     void urlList_data()
     {
-        QTest::addColumn<QString>("gitmodules");
-        QTest::addColumn<QStringList>("urls");
+        TestSupport::columns<QString, QStringList>({"gitmodules", "urls"});
         const QString lang = QStringLiteral("https://github.com/zelmor-emu/emu-lang.git");
         const QString tools = QStringLiteral("https://github.com/zelmor-emu/tools.git");
         const QString one = entry("lang", lang);
@@ -49,9 +48,7 @@ private slots:
 
     void moduleName_data()
     {
-        QTest::addColumn<QString>("url");
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<bool>("named");
+        TestSupport::columns<QString, QString, bool>({"url", "name", "named"});
         QTest::newRow("emu-lang.git") << "https://github.com/zelmor-emu/emu-lang.git" << "lang" << true;
         QTest::newRow("tools.git/") << "https://github.com/zelmor-emu/tools.git/" << "git" << true;
         QTest::newRow("SOME-Thing") << "https://github.com/zelmor-emu/SOME-Thing" << "SOME" << true;
@@ -80,11 +77,8 @@ private slots:
 
     void registeredConfig_data()
     {
-        QTest::addColumn<QString>("config");
-        QTest::addColumn<QString>("gitmodules");
-        QTest::addColumn<bool>("configRead");
-        QTest::addColumn<bool>("gitmodulesRead");
-        QTest::addColumn<QString>("expected");
+        TestSupport::columns<QString, QString, bool, bool, QString>(
+            {"config", "gitmodules", "configRead", "gitmodulesRead", "expected"});
         QTest::newRow("both") << "[core]\n" << "[submodule \"a\"]\n" << true << true
                               << "[core]\n\n[submodule \"a\"]\n";
         QTest::newRow("no .gitmodules") << "[core]\n" << "" << true << false << "[core]\n\n(null)";

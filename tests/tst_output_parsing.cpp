@@ -14,8 +14,7 @@ class OutputParsingTest : public QObject
 private slots:
     void numberHunter_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<Numbers>("numbers");
+        TestSupport::columns<QString, Numbers>({"text", "numbers"});
         QTest::newRow("empty") << "" << Numbers{};
         QTest::newRow("no digits") << "Cloning into 'emu'...\n" << Numbers{};
         QTest::newRow("decimals split") << "1.23 MiB | 456.00 KiB/s" << Numbers{1, 23, 456, 0};
@@ -32,43 +31,12 @@ private slots:
     void numberHunter()
     {
         QFETCH(QString, text);
-        QFETCH(Numbers, numbers);
-        QCOMPARE(OutputParsing::numberHunter(text), numbers);
-    }
-
-    void splitting_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("separators");
-        QTest::addColumn<QStringList>("pieces");
-        const QString make = MakeSeparators.toString();
-        const QString git = GitSeparators.toString();
-        QTest::newRow("make 100") << "[100%] Linking" << make
-                                  << QStringList{"", "100", "", "", "Linking"};
-        QTest::newRow("make 45") << "[ 45%] Building" << make
-                                 << QStringList{"", "", "45", "", "", "Building"};
-        QTest::newRow("make 5") << "[  5%] Building" << make
-                                << QStringList{"", "", "", "5", "", "", "Building"};
-        QTest::newRow("git speed") << "1.23 MiB | 456.00 KiB/s   \r" << git
-                                   << QStringList{"1.23", "MiB", "", "", "456.00", "KiB/s", "", "", "\r"};
-        QTest::newRow("cloning line") << "Cloning into 'x'...\n" << git
-                                      << QStringList{"Cloning", "into", "'x'...\n"};
-        QTest::newRow("empty text") << "" << git << QStringList{""};
-        QTest::newRow("only separators") << "||" << git << QStringList{"", "", ""};
-        QTest::newRow("tabs stay") << "a\tb c" << git << QStringList{"a\tb", "c"};
-    }
-    void splitting()
-    {
-        QFETCH(QString, text);
-        QFETCH(QString, separators);
-        QFETCH(QStringList, pieces);
-        QCOMPARE(splitPieces(text, separators), pieces);
+        QTEST(OutputParsing::numberHunter(text), "numbers");
     }
 
     void makeProgress_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("value"); // -1: the bar keeps its value
+        TestSupport::columns<QString, int>({"text", "value"}); // -1: the bar keeps its value
         QTest::newRow("[100%]") << "[100%] Linking C executable ZELMORSDL\n" << 100;
         QTest::newRow("[ 45%]") << "[ 45%] Building C object main.c.o\n" << 45;
         QTest::newRow("[  5%]") << "[  5%] Building C object a.c.o\n" << 5;
@@ -84,19 +52,13 @@ private slots:
     void makeProgress()
     {
         QFETCH(QString, text);
-        QFETCH(int, value);
-        const std::optional<qint32> result = makeProgressValue(text);
-        QCOMPARE(result.value_or(-1), value);
+        QTEST(makeProgressValue(text).value_or(-1), "value");
     }
 
     void cloneDecision_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("outcome");
-        QTest::addColumn<int>("percentage");
-        QTest::addColumn<int>("value");
-        QTest::addColumn<int>("maximum");
-        QTest::addColumn<QString>("label");
+        TestSupport::columns<QString, int, int, int, int, QString>(
+            {"text", "outcome", "percentage", "value", "maximum", "label"});
         const QString idle = IdleSpeedLabel.toString();
         const QString receiving =
             "Receiving objects:  45% (1234/2742), 1.23 MiB | 456.00 KiB/s   \r";
@@ -130,9 +92,8 @@ private slots:
     void cloneDecision()
     {
         QFETCH(QString, text);
-        QFETCH(int, outcome);
         const CloneProgress progress = cloneProgress(text);
-        QCOMPARE(int(progress.outcome), outcome);
+        QTEST(int(progress.outcome), "outcome");
         if (progress.outcome != CloneProgress::Progress)
             return;
         QTEST(progress.percentage, "percentage");
@@ -143,9 +104,7 @@ private slots:
 
     void formatting_data()
     {
-        QTest::addColumn<QString>("format");
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("expected");
+        TestSupport::columns<QString, QStringList, QString>({"format", "arguments", "expected"});
         QTest::newRow("failure line")
             << "%@\n%@: %@%@%@"
             << QStringList{"Failure.", "Error", "/w", " or .git in it not found!", "Hint."}

@@ -41,14 +41,13 @@ private slots:
     {
         PrefsController prefs(nullptr);
         QMainWindow *window = prefs.window();
-        QCOMPARE(window->windowTitle(), QString("Preferences"));
+        QCOMPARE(window->windowTitle(), "Preferences");
         // The two texts whose odd spelling is easiest to "fix" by mistake.
         QCOMPARE(prefs.pathsPopMessage->text(),
-                 QString("If you want to use 'ZELMOR' as the default name of workspace  and "
-                         "'Output' as the name of output folder, you just need to choose the "
-                         "parent folder of them. Otherwise, you need to choose the complete path."));
-        QCOMPARE(prefs.enableStartup->text(),
-                 QString("Enable ZELMOR Helper Statusbar App Statup at Login"));
+                 "If you want to use 'ZELMOR' as the default name of workspace  and 'Output' as "
+                 "the name of output folder, you just need to choose the parent folder of them. "
+                 "Otherwise, you need to choose the complete path.");
+        QCOMPARE(prefs.enableStartup->text(), "Enable ZELMOR Helper Statusbar App Statup at Login");
 
         prefs.showWindow();
         prefs.showWindow();
@@ -66,10 +65,7 @@ private slots:
 
     void loadsStates_data()
     {
-        QTest::addColumn<QVariantMap>("stored");
-        QTest::addColumn<bool>("defaultName");
-        QTest::addColumn<bool>("log");
-        QTest::addColumn<bool>("quit");
+        TestSupport::columns<QVariantMap, bool, bool, bool>({"stored", "defaultName", "log", "quit"});
         QTest::newRow("fresh user") << QVariantMap{} << true << false << false;
         QTest::newRow("switches stored as numbers")
             << QVariantMap{{SettingsKeys::DefaultNameZELMOR, 0}, {SettingsKeys::Log, 1},
@@ -82,8 +78,6 @@ private slots:
     {
         QFETCH(QVariantMap, stored);
         QFETCH(bool, defaultName);
-        QFETCH(bool, log);
-        QFETCH(bool, quit);
         storeAll(stored);
         PrefsController prefs(nullptr);
         QCOMPARE(prefs.rootText->text(), store().stringValue(SettingsKeys::Workspace));
@@ -91,18 +85,16 @@ private slots:
         QCOMPARE(prefs.defaultToZELMORCheckbox->isChecked(), defaultName);
         QCOMPARE(prefs.rootText->isReadOnly(), defaultName);
         QCOMPARE(prefs.outputText->isReadOnly(), defaultName);
-        QCOMPARE(prefs.enableLogCheckBox->isChecked(), log);
-        QCOMPARE(prefs.openquitWithHelperCheckBox->isChecked(), quit);
+        QTEST(prefs.enableLogCheckBox->isChecked(), "log");
+        QTEST(prefs.openquitWithHelperCheckBox->isChecked(), "quit");
         // Loading writes nothing, so registered defaults stay defaults.
         QCOMPARE(store().persisted().values().keys(), stored.keys());
     }
 
     void defaultNameSwitch_data()
     {
-        QTest::addColumn<QString>("workspace");
-        QTest::addColumn<QString>("output");
-        QTest::addColumn<QString>("newWorkspace");
-        QTest::addColumn<QString>("newOutput");
+        TestSupport::columns<QString, QString, QString, QString>(
+            {"workspace", "output", "newWorkspace", "newOutput"});
         QTest::newRow("substring kept") << "/x/ZELMORsrc" << "/Developer/ZELMOR/Output"
                                         << "/x/ZELMORsrc" << "/Developer/ZELMOR/Output";
         QTest::newRow("other case extended") << "/x/zelmor" << "/Developer/ZELMOR/Out"
@@ -137,9 +129,7 @@ private slots:
 
     void chooser_data()
     {
-        QTest::addColumn<Chooser>("which");
-        QTest::addColumn<int>("defaultName");
-        QTest::addColumn<QString>("stored");
+        TestSupport::columns<Chooser, int, QString>({"which", "defaultName", "stored"});
         QTest::newRow("workspace, switch on") << Chooser::Workspace << 1 << "/Users/a/Dev/ZELMOR";
         QTest::newRow("workspace, switch off") << Chooser::Workspace << 0 << "/Users/a/Dev";
         QTest::newRow("output, switch on") << Chooser::Output << 1 << "/Users/a/Dev/ZELMOR/Output";
@@ -192,7 +182,7 @@ private slots:
             QTRY_VERIFY((panel = prefs.window()->findChild<QFileDialog *>()) && panel->isVisible());
             QCOMPARE(panel->windowModality(), Qt::WindowModal);
             QCOMPARE(panel->fileMode(), QFileDialog::Directory);
-            QCOMPARE(panel->labelText(QFileDialog::Accept), QString("Select"));
+            QCOMPARE(panel->labelText(QFileDialog::Accept), "Select");
             panel->setDirectory(shown);
             panel->selectFile(shown + "/inner");
             QDialog *dialog = panel; // accept() is public on QDialog only

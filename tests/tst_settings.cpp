@@ -55,21 +55,33 @@ private slots:
         QCOMPARE(store.persisted().state(), DefaultsDomain::State::Missing);
     }
 
+    // A stored value hides the default, even an empty one; paths come back
+    // exactly as they were stored; strings compare exactly.
     void storedValueHidesDefault()
     {
         SettingsStore store(freshDomain());
         store.registerApplicationDefaults("/b");
         store.setObject(SettingsKeys::DefaultNameZELMOR, 0);
         QCOMPARE(store.intValue(SettingsKeys::DefaultNameZELMOR), 0);
-        store.setObject(SettingsKeys::Workspace, "");
-        QCOMPARE(store.stringValue(SettingsKeys::Workspace), QString(""));
-        QVERIFY(store.objectForKey(SettingsKeys::Workspace).isValid());
+        for (const QString path : {"", "~/x", " /a/ ", "/a//b/", "rel"}) {
+            store.setObject(SettingsKeys::Workspace, path);
+            QCOMPARE(store.stringValue(SettingsKeys::Workspace), path);
+            QVERIFY(store.objectForKey(SettingsKeys::Workspace).isValid());
+        }
+        // The number 1 reads as on for a check box but is not equal to "1",
+        // which is what the quit switch asks for.
+        const QString quit = SettingsKeys::QuitStatusbarApp;
+        QVERIFY(!store.isEqualToString(quit, "1"));
+        store.setObject(quit, 1);
+        QCOMPARE(store.intValue(quit), 1);
+        QVERIFY(!store.isEqualToString(quit, "1"));
+        store.setObject(quit, QStringLiteral("1"));
+        QVERIFY(store.isEqualToString(quit, "1"));
     }
 
     void intValueRules_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<int>("expected");
+        TestSupport::columns<QVariant, int>({"value", "expected"});
         QTest::newRow("number 1") << QVariant::fromValue<qlonglong>(1) << 1;
         QTest::newRow("number 0") << QVariant::fromValue<qlonglong>(0) << 0;
         QTest::newRow("string 1") << QVariant("1") << 1;
@@ -88,32 +100,7 @@ private slots:
     void intValueRules()
     {
         QFETCH(QVariant, value);
-        QFETCH(int, expected);
-        QCOMPARE(intValueOf(value), expected);
-    }
-
-    void pathsAreUntouched()
-    {
-        SettingsStore store(freshDomain());
-        for (const QString &path : {QString("~/x"), QString(" /a/ "), QString("/a//b/"), QString("rel")}) {
-            store.setObject(SettingsKeys::Workspace, path);
-            QCOMPARE(store.stringValue(SettingsKeys::Workspace), path);
-        }
-    }
-
-    // The quit switch counts only as the string "1"; the number 1 reads as on
-    // for a check box but is not equal to "1".
-    void exactStringComparison()
-    {
-        SettingsStore store(freshDomain());
-        store.registerApplicationDefaults("/b");
-        const QString key = SettingsKeys::QuitStatusbarApp;
-        QVERIFY(!store.isEqualToString(key, "1"));
-        store.setObject(key, 1);
-        QCOMPARE(store.intValue(key), 1);
-        QVERIFY(!store.isEqualToString(key, "1"));
-        store.setObject(key, QStringLiteral("1"));
-        QVERIFY(store.isEqualToString(key, "1"));
+        QTEST(intValueOf(value), "expected");
     }
 
     // Types survive the trip to another process and back: the store has no
@@ -189,42 +176,36 @@ private slots:
         SettingsStore store(domain);
         store.setObject("big", QString(100000, QLatin1Char('a')));
         const QString path = store.persisted().filePath();
-        const QString loop = QStringLiteral(
-                                 "i=0; while true; do i=$((i+1)); \"%1\" write %2 big -string "
-                                 "\"$(head -c 100000 /dev/zero | tr '\\0' b)$i\" || exit 1; done")
+        const QString loop = QStringLiteral("i=0; while true; do i=$((i+1)); \"%1\" write %2 big -string "
+                                            "\"$(head -c 100000 /dev/zero | tr '\\0' b)$i\" || exit 1; done")
                                  .arg(defaultsTool(), domain);
-        int kills = 0;
+        const auto parses = [&] {
+            QJsonParseError error;
+            const QJsonDocument doc = QJsonDocument::fromJson(readFile(path), &error);
+            return error.error == QJsonParseError::NoError && doc.object().value("big").isString();
+        };
         for (int round = 0; round < 12; ++round) {
             QProcess writer;
             writer.start("/bin/bash", {"-c", loop});
             QVERIFY(writer.waitForStarted());
             // Read while it writes, and kill it once it has replaced the file
             // a few times: the kill lands somewhere inside a later write.
+            // Bounded: a writer that stopped writing fails the test below.
             QByteArray previous = readFile(path);
             int changes = 0;
-            // Bounded: a writer that stopped writing fails the test below.
             for (int reads = 0; changes < 1 + round % 4 && reads < 2000000; ++reads) {
+                QVERIFY(parses());
                 const QByteArray current = readFile(path);
-                QJsonParseError error;
-                QJsonDocument::fromJson(current, &error);
-                QCOMPARE(error.error, QJsonParseError::NoError);
-                if (current != previous) {
-                    ++changes;
-                    previous = current;
-                }
+                changes += current != previous;
+                previous = current;
             }
             QCOMPARE(changes, 1 + round % 4);
             ::kill(static_cast<pid_t>(writer.processId()), SIGKILL);
             // The tool itself runs as bash's child; kill it mid-write too.
             QProcess::execute("/usr/bin/pkill", {"-KILL", "-f", "write " + domain + " big"});
             writer.waitForFinished();
-            ++kills;
-            QJsonParseError error;
-            const QJsonDocument doc = QJsonDocument::fromJson(readFile(path), &error);
-            QCOMPARE(error.error, QJsonParseError::NoError);
-            QVERIFY(doc.object().value("big").isString());
+            QVERIFY(parses());
         }
-        QCOMPARE(kills, 12);
         // Only whole files were ever in place; leftovers of killed writers are
         // temporary files, never the settings file itself.
         QCOMPARE(store.persisted().state(), DefaultsDomain::State::Valid);

@@ -1,14 +1,7 @@
-#include "TestSupport.h"
+#include "ControllerHarness.h"
 #include "WorkspaceFixture.h"
 
-#include "settings/SettingsKeys.h"
-#include "settings/SettingsStore.h"
-#include "widgets/ConsoleView.h"
-#include "widgets/Spinner.h"
 #include "workflow/AppController.h"
-#include "workflow/MainWindow.h"
-
-#include <QPushButton>
 
 // "Update source codes and submodules" from the window, against real git and
 // local upstream repositories.
@@ -26,15 +19,7 @@ private:
 
     static void configure(const WorkspaceFixture &fixture, int log)
     {
-        SettingsStore &settings = SettingsStore::standard();
-        settings.setObject(SettingsKeys::Workspace, fixture.workspace());
-        settings.setObject(SettingsKeys::Output, fixture.output());
-        settings.setObject(SettingsKeys::Log, log);
-    }
-
-    static QString failure(const QString &path, const QString &hint)
-    {
-        return "Failure.\nError: " + path + " or .git in it not found!" + hint;
+        ControllerHarness::configure(fixture.workspace(), fixture.output(), log);
     }
 
 private slots:
@@ -55,25 +40,21 @@ private slots:
         fixture.pushCommit("lang", "fr.txt", "Executer\n");
         configure(fixture, log);
 
-        MainWindow w;
-        AppController c(&w);
-        c.awakeFromNib();
-        c.selectItemWithTag(AppController::TagUpdate);
-        c.perform();
-        QCOMPARE(c.buttonPerform->text(), QStringLiteral("Stop"));
+        ControllerHarness h;
+        h.perform(AppController::TagUpdate);
+        QCOMPARE(h.button(), "Stop");
 
         const QString end = QStringLiteral("Done.\n \nAll done.\n");
-        QTRY_VERIFY_WITH_TIMEOUT(c.outputField->string().endsWith(end), 60000);
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith(end), 60000);
         QVERIFY(QFile::exists(fixture.workspace() + "/NEWS.txt"));
         QVERIFY(QFile::exists(fixture.workspace() + "/lang/fr.txt"));
-        QCOMPARE(c.buttonPerform->text(), QStringLiteral("Perform"));
-        QVERIFY(!c.spinner->isAnimating());
-        QCOMPARE(c.now, 1);
+        QVERIFY(h.isIdle());
+        QCOMPARE(h.controller.now, 1);
 
         const QStringList pieces{"\nUpdating source codes...\n",
                                  "\nChecking for update of ZELMOR master...\n", "Done.\n",
                                  "\nChecking for update of submodules...\n", end};
-        const QString console = c.outputField->string();
+        const QString console = h.console();
         if (log == 0) {
             // Only the application's own messages; the check header is the
             // one that replaced "Checking files".
@@ -93,8 +74,8 @@ private slots:
 
     void checkFailuresReportEverythingAndUpdateNothing_data()
     {
-        QTest::addColumn<int>("layout");
-        QTest::addColumn<QStringList>("messages"); // "<folder>|<hint>" per failure line
+        // messages: "<folder>|<hint>" per failure line
+        TestSupport::columns<int, QStringList>({"layout", "messages"});
         const QString redownload = "Please re-download a complete copy of source codes.";
         const QString reinit = "Please re-initialize it.";
         QTest::newRow("missing workspace")
@@ -134,22 +115,19 @@ private slots:
         fixture.pushCommit("main", "NEWS.txt", "release notes\n");
         configure(fixture, 1);
 
-        MainWindow w;
-        AppController c(&w);
-        c.awakeFromNib();
-        c.selectItemWithTag(AppController::TagUpdate);
-        c.perform();
+        ControllerHarness h;
+        h.perform(AppController::TagUpdate);
 
         QString expected = "\nChecking files...\n";
         for (const QString &message : messages) {
             const QStringList parts = message.split('|');
-            expected += failure(fixture.workspace() + parts.at(0), parts.at(1));
+            expected += "Failure.\nError: " + fixture.workspace() + parts.at(0)
+                        + " or .git in it not found!" + parts.at(1);
         }
-        QCOMPARE(c.outputField->string(), expected);
-        QVERIFY(c.unixTask.isNull());
-        QCOMPARE(c.buttonPerform->text(), QStringLiteral("Perform"));
-        QVERIFY(!c.spinner->isAnimating());
-        QCOMPARE(c.now, 0);
+        QCOMPARE(h.console(), expected);
+        QVERIFY(h.controller.unixTask.isNull());
+        QVERIFY(h.isIdle());
+        QCOMPARE(h.controller.now, 0);
         QVERIFY(!QFile::exists(fixture.workspace() + "/NEWS.txt"));
     }
 };

@@ -1,35 +1,21 @@
-#include "TestSupport.h"
+#include "ControllerHarness.h"
 
-#include "widgets/ConsoleView.h"
-#include "widgets/ProgressBar.h"
-#include "widgets/Spinner.h"
 #include "workflow/AppController.h"
-#include "workflow/MainWindow.h"
 
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
-#include <QPushButton>
 #include <QSignalSpy>
 
 namespace {
 
 constexpr int Patience = 30000;
+const QString Receiving = QStringLiteral(
+    "printf 'Receiving objects:  45%% (1234/2742), 1.23 MiB | 456.00 KiB/s   \\r' >&2; ");
 
-// The main window and its controller as the application sets them up.
-struct Harness
+struct Harness : ControllerHarness
 {
-    MainWindow window;
-    AppController controller{&window};
     QTemporaryDir dir;
-
-    Harness()
-    {
-        controller.awakeFromNib();
-        window.show();
-    }
-
-    QString console() { return controller.outputField->string(); }
 
     // What perform() does before a check method starts the first child.
     void runAsOperation(int tag, const QString &command)
@@ -38,11 +24,13 @@ struct Harness
         controller.buttonPerform->setText(QStringLiteral("Stop"));
         controller.runUnixTask(command, dir.path());
     }
-
-    // A child that blocks until release() is called, so a test decides when
-    // each part of its output is written.
-    QString gate() const { return QStringLiteral("while [ ! -e release ]; do sleep 0.02; done"); }
-    void release() { TestSupport::writeFile(dir.path() + "/release", ""); }
+    // A child that blocks until release(name) is called, so a test decides
+    // when each part of its output is written.
+    static QString gate(const QString &name = "release")
+    {
+        return QStringLiteral("while [ ! -e %1 ]; do sleep 0.02; done").arg(name);
+    }
+    void release(const QString &name = "release") { TestSupport::writeFile(dir.path() + "/" + name, ""); }
 };
 
 } // namespace
@@ -54,15 +42,13 @@ class WorkflowRunnerTest : public QObject
 private slots:
     void stderrRangeErrorEndsReadingOfThatChild_data()
     {
-        QTest::addColumn<QString>("firstChunk");
-        QTest::addColumn<bool>("barMadeDeterminate");
+        TestSupport::columns<QString, bool>({"firstChunk", "barMadeDeterminate"});
         QTest::newRow("short 'Cloning into' chunk") << "Cloning into 'x'..." << false;
         QTest::newRow("no figures") << "warning: no figures in this line at all" << true;
     }
     void stderrRangeErrorEndsReadingOfThatChild()
     {
         QFETCH(QString, firstChunk);
-        QFETCH(bool, barMadeDeterminate);
         Harness h;
         h.controller.logSwitch = 1;
         // After the first chunk, 4 MB more on standard error: more than any
@@ -71,21 +57,18 @@ private slots:
                          "printf '%s\\n' \"" + firstChunk + "\" >&2; " + h.gate()
                              + "; head -c 4000000 /dev/zero | tr '\\0' z >&2; echo stdout-still-read");
         QTRY_VERIFY_WITH_TIMEOUT(h.console().contains(firstChunk), Patience);
-        QCOMPARE(!h.controller.progressbar->isIndeterminate(), barMadeDeterminate);
+        QTEST(!h.controller.progressbar->isIndeterminate(), "barMadeDeterminate");
         h.release();
 
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
-        const QString console = h.console();
-        QVERIFY(console.contains("stdout-still-read"));
-        QVERIFY(!console.contains("zzz"));
+        QVERIFY(h.console().contains("stdout-still-read"));
+        QVERIFY(!h.console().contains("zzz"));
         QVERIFY(!h.controller.unixTask);
 
         // The next child's standard error is read again.
-        h.runAsOperation(AppController::TagModules,
-                         "printf 'Receiving objects:  45%% (1234/2742), 1.23 MiB | 456.00 KiB/s   \\r' >&2; "
-                             + h.gate().replace("release", "release2"));
-        QTRY_COMPARE_WITH_TIMEOUT(h.controller.showSpeed->text(), QStringLiteral("456.00 KiB/s"), Patience);
-        TestSupport::writeFile(h.dir.path() + "/release2", "");
+        h.runAsOperation(AppController::TagModules, Receiving + h.gate("release2"));
+        QTRY_COMPARE_WITH_TIMEOUT(h.controller.showSpeed->text(), "456.00 KiB/s", Patience);
+        h.release("release2");
         QTRY_VERIFY_WITH_TIMEOUT(!h.controller.unixTask, Patience);
     }
 
@@ -94,14 +77,13 @@ private slots:
         Harness h;
         h.controller.logSwitch = 0;
         QSignalSpy progress(&h.controller, &AppController::progressChanged);
-        h.runAsOperation(AppController::TagClone,
-                         "printf 'Receiving objects:  45%% (1234/2742), 1.23 MiB | 456.00 KiB/s   \\r' >&2; "
-                             + h.gate());
-        QTRY_COMPARE_WITH_TIMEOUT(h.controller.progressbar->maxValue(), 2742.0, Patience);
-        QCOMPARE(h.controller.progressbar->doubleValue(), 1234.0);
-        QCOMPARE(h.controller.progressbar->minValue(), 0.0);
-        QVERIFY(!h.controller.progressbar->isIndeterminate());
-        QCOMPARE(h.controller.showSpeed->text(), QStringLiteral("456.00 KiB/s"));
+        h.runAsOperation(AppController::TagClone, Receiving + h.gate());
+        ProgressBar *bar = h.controller.progressbar;
+        QTRY_COMPARE_WITH_TIMEOUT(bar->maxValue(), 2742.0, Patience);
+        QCOMPARE(bar->doubleValue(), 1234.0);
+        QCOMPARE(bar->minValue(), 0.0);
+        QVERIFY(!bar->isIndeterminate());
+        QCOMPARE(h.controller.showSpeed->text(), "456.00 KiB/s");
         QCOMPARE(h.controller.lastPercentage, 45);
         QVERIFY(progress.count() > 0);
         QVERIFY(!h.console().contains("Receiving")); // log off
@@ -110,25 +92,22 @@ private slots:
         // parsed, and its end is handled as the end of a compile would be.
         h.controller.selectItemWithTag(AppController::TagCompile);
         h.controller.notifiedForStdError("Receiving objects: 99% (1/7), 1 MiB | 9.00 KiB/s   \r");
-        QCOMPARE(h.controller.progressbar->maxValue(), 2742.0);
+        QCOMPARE(bar->maxValue(), 2742.0);
         h.controller.stopRequest = 1;
         h.controller.stopTask();
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nTask terminated by user.\n"), Patience);
-        QCOMPARE(h.controller.showSpeed->text(), QStringLiteral("ZELMOR"));
+        QCOMPARE(h.controller.showSpeed->text(), "ZELMOR");
     }
 
     void makeProgressFromStandardOutput_data()
     {
-        QTest::addColumn<int>("tag");
-        QTest::addColumn<QStringList>("chunks");
-        QTest::addColumn<double>("value"); // -1: bar still indeterminate
-        QTest::newRow("12%") << int(AppController::TagCompile)
-                             << QStringList{"[ 12%] Building CXX object main.cpp.o\n"} << 12.0;
+        // value -1: the bar is still indeterminate
+        TestSupport::columns<int, QStringList, double>({"tag", "chunks", "value"});
+        const int compile = AppController::TagCompile;
+        QTest::newRow("12%") << compile << QStringList{"[ 12%] Building CXX object main.cpp.o\n"} << 12.0;
         QTest::newRow("no prefix keeps value")
-            << int(AppController::TagCompile)
-            << QStringList{"[ 12%] Building\n", "Scanning dependencies\n"} << 12.0;
-        QTest::newRow("100%") << int(AppController::TagCompile)
-                              << QStringList{"[ 12%] Building\n", "[100%] Linking\n"} << 100.0;
+            << compile << QStringList{"[ 12%] Building\n", "Scanning dependencies\n"} << 12.0;
+        QTest::newRow("100%") << compile << QStringList{"[ 12%] Building\n", "[100%] Linking\n"} << 100.0;
         QTest::newRow("not compiling") << int(AppController::TagClone)
                                        << QStringList{"[ 12%] Building\n"} << -1.0;
     }
@@ -141,10 +120,8 @@ private slots:
         h.controller.selectItemWithTag(tag);
         for (const QString &chunk : chunks)
             h.controller.notifiedForStdOutput(chunk.toUtf8());
-        if (value < 0) {
-            QVERIFY(h.controller.progressbar->isIndeterminate());
-        } else {
-            QVERIFY(!h.controller.progressbar->isIndeterminate());
+        QCOMPARE(h.controller.progressbar->isIndeterminate(), value < 0);
+        if (value >= 0) {
             QCOMPARE(h.controller.progressbar->maxValue(), 100.0);
             QCOMPARE(h.controller.progressbar->doubleValue(), value);
         }
@@ -152,8 +129,7 @@ private slots:
 
     void logSwitchDecidesWhatIsShown_data()
     {
-        QTest::addColumn<int>("log");
-        QTest::addColumn<QStringList>("shown");
+        TestSupport::columns<int, QStringList>({"log", "shown"});
         QTest::newRow("log on") << 1 << QStringList{"out \xc3\xa9\n", "err 1\n"};
         QTest::newRow("log off") << 0 << QStringList{};
         QTest::newRow("only 1 means on") << 2 << QStringList{};
@@ -187,15 +163,14 @@ private slots:
 
         h.controller.stopRequest = 0;
         h.controller.stopTask();
-        QCOMPARE(h.controller.buttonPerform->text(), QStringLiteral("Perform"));
-        QVERIFY(!h.controller.spinner->isAnimating());
+        QVERIFY(h.isIdle());
         QVERIFY(h.controller.progressbar->isIndeterminate());
         QCOMPARE(h.controller.unixTask->state(), QProcess::Running);
         QCOMPARE(h.controller.terminatedByUser, 0);
 
         h.controller.buttonPerform->setText(QStringLiteral("Stop"));
         h.controller.perform(); // the user's Stop
-        QCOMPARE(h.controller.buttonPerform->text(), QStringLiteral("Perform"));
+        QCOMPARE(h.button(), "Perform");
         QCOMPARE(h.controller.terminatedByUser, 1);
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nTask terminated by user.\n"), Patience);
         QVERIFY(!h.controller.unixTask);
@@ -219,8 +194,8 @@ private slots:
         Harness h;
         h.controller.spinner->startAnimation();
         h.controller.runUnixTask("echo never", h.dir.path() + "/no/such/folder");
-        QVERIFY(h.controller.unixTask);
         QProcess *task = h.controller.unixTask.data();
+        QVERIFY(task);
         QSignalSpy failed(task, &QProcess::errorOccurred);
         QSignalSpy finished(task, &QProcess::finished);
         h.controller.buttonPerform->setText(QStringLiteral("Stop"));
@@ -230,48 +205,13 @@ private slots:
         // No completion follows a child that never started.
         QVERIFY(!finished.wait(200));
         QCOMPARE(h.controller.unixTask.data(), task);
-        QCOMPARE(h.controller.buttonPerform->text(), QStringLiteral("Stop"));
+        QCOMPARE(h.button(), "Stop");
         QVERIFY(h.controller.spinner->isAnimating());
         QVERIFY(!h.console().contains("Done."));
 
         h.controller.perform(); // Stop brings the idle look back
-        QCOMPARE(h.controller.buttonPerform->text(), QStringLiteral("Perform"));
+        QCOMPARE(h.button(), "Perform");
         QCOMPARE(h.controller.terminatedByUser, 1);
-    }
-
-    void completionEndsOperation_data()
-    {
-        QTest::addColumn<int>("tag");
-        QTest::addColumn<int>("now");
-        QTest::addColumn<int>("terminatedByUser");
-        QTest::addColumn<QString>("console");
-        QTest::addColumn<int>("nowAfter");
-        QTest::newRow("update, second pull") << int(AppController::TagUpdate) << 1 << 0
-                                             << "Done.\n \nAll done.\n" << 1;
-        QTest::newRow("compile, copy") << int(AppController::TagCompile) << 2 << 0
-                                       << "Done.\n\nAll done.\n" << 2;
-        QTest::newRow("modules, none left") << int(AppController::TagModules) << 0 << 0
-                                            << "\nDone.\n" << 0;
-        QTest::newRow("stopped by user") << int(AppController::TagCompile) << 0 << 1
-                                         << "\nTask terminated by user.\n" << 0;
-    }
-    void completionEndsOperation()
-    {
-        QFETCH(int, tag);
-        QFETCH(int, now);
-        QFETCH(int, terminatedByUser);
-        Harness h;
-        h.controller.outputField->setString(QString());
-        h.controller.selectItemWithTag(tag);
-        h.controller.buttonPerform->setText(QStringLiteral("Stop"));
-        h.controller.now = now;
-        h.controller.terminatedByUser = terminatedByUser;
-        h.controller.notifiedForComplete();
-        QTEST(h.console(), "console");
-        QTEST(h.controller.now, "nowAfter");
-        QCOMPARE(h.controller.buttonPerform->text(), QStringLiteral("Perform"));
-        QCOMPARE(h.controller.showSpeed->text(), QStringLiteral("ZELMOR"));
-        QVERIFY(!h.controller.unixTask);
     }
 
     void stopDuringUpdatePause()
@@ -281,11 +221,10 @@ private slots:
         h.controller.selectItemWithTag(AppController::TagUpdate);
         h.controller.buttonPerform->setText(QStringLiteral("Stop"));
         h.controller.notifiedForComplete(); // the first pull ended
-        QCOMPARE(h.console(), QStringLiteral("Done.\n"));
-        QCOMPARE(h.controller.buttonPerform->text(), QStringLiteral("Stop"));
+        QCOMPARE(h.console(), "Done.\n");
+        QCOMPARE(h.button(), "Stop");
         h.controller.perform(); // Stop during the pause
-        QTRY_COMPARE_WITH_TIMEOUT(h.console(), QStringLiteral("Done.\n\nTask terminated by user.\n"),
-                                  Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(h.console(), "Done.\n\nTask terminated by user.\n", Patience);
         QCOMPARE(h.controller.now, 0);
         QVERIFY(!h.controller.unixTask);
     }
@@ -294,13 +233,12 @@ private slots:
     {
         Harness h;
         h.controller.popupSelection->addItem("Unknown", 9);
-        h.controller.selectItemWithTag(9);
-        h.controller.perform();
-        QCOMPARE(h.console(), QStringLiteral("Error"));
-        QCOMPARE(h.controller.buttonPerform->text(), QStringLiteral("Stop"));
+        h.perform(9);
+        QCOMPARE(h.console(), "Error");
+        QCOMPARE(h.button(), "Stop");
         QVERIFY(!h.controller.spinner->isAnimating());
         h.controller.perform();
-        QCOMPARE(h.controller.buttonPerform->text(), QStringLiteral("Perform"));
+        QCOMPARE(h.button(), "Perform");
     }
 };
 

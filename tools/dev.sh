@@ -13,7 +13,7 @@ jobs="$(nproc 2>/dev/null || echo 2)"
 # session bus).
 packages=(qt6-base-dev qt6-tools-dev qt6-l10n-tools qt6-tools-dev-tools libgl-dev
           qt6-translations-l10n cmake g++ git make xvfb xauth desktop-file-utils libsdl2-dev
-          librsvg2-bin dpkg-dev appstream dbus-daemon)
+          librsvg2-bin dpkg-dev appstream dbus-daemon gcovr)
 
 install_missing() {
     local missing=()
@@ -74,8 +74,22 @@ package)
     deb="$(ls -t build/zelmor-helper_*.deb | head -n 1)"
     echo "Built $deb; install it with: apt install ./$deb"
     ;;
+coverage)
+    # Line coverage of the application's folders (not of the tests), from a
+    # build of its own instrumented with gcov. Counters add up across runs,
+    # so the old ones go first.
+    install_missing
+    build build-cov -DCMAKE_CXX_FLAGS=--coverage -DCMAKE_BUILD_TYPE=
+    find build-cov -name '*.gcda' -delete
+    status=0
+    run_tests build-cov || status=$?
+    gcovr --root . --object-directory build-cov --exclude-directories 'build-cov/CMakeFiles' \
+        --filter '(app|workflow|settings|widgets|platform|companions)/' \
+        --print-summary --txt build-cov/coverage.txt
+    exit "$status"
+    ;;
 *)
-    echo "usage: tools/dev.sh run|test|package" >&2
+    echo "usage: tools/dev.sh run|test|package|coverage" >&2
     exit 2
     ;;
 esac

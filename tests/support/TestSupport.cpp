@@ -7,11 +7,12 @@
 #include <QProcess>
 
 namespace {
-QTemporaryDir *userDir()
+// A static, not a leaked pointer: its destructor removes the whole user when
+// the program returns from main(), failed tests included.
+QTemporaryDir &userDir()
 {
-    // Removed with everything in it when the test program ends.
     static QTemporaryDir dir(QDir::tempPath() + "/zelmor-test-XXXXXX");
-    return &dir;
+    return dir;
 }
 } // namespace
 
@@ -19,7 +20,7 @@ namespace TestSupport {
 
 void isolateUser()
 {
-    const QString root = userDir()->path();
+    const QString root = userDir().path();
     QDir().mkpath(root + "/home/.config");
     // Temporary files and local sockets (the companion channel, the one
     // instance) live here too, so tests never meet a real companion, a
@@ -112,6 +113,12 @@ QString makeBareRepository(const QString &parentFolder, const QString &name,
     return bare;
 }
 
+void writeScript(const QString &path, const QByteArray &script)
+{
+    writeFile(path, "#!/bin/sh\n" + script);
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
 void makeScriptBundle(const QString &bundle, const QString &identifier, const QByteArray &script)
 {
     writeFile(bundle + "/Contents/Info.plist",
@@ -120,9 +127,7 @@ void makeScriptBundle(const QString &bundle, const QString &identifier, const QB
                   + identifier.toUtf8()
                   + "</string>\n\t<key>CFBundleExecutable</key>\n\t<string>probe</string>\n"
                     "</dict>\n</plist>\n");
-    const QString program = bundle + "/Contents/MacOS/probe";
-    writeFile(program, "#!/bin/sh\n" + script);
-    QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    writeScript(bundle + "/Contents/MacOS/probe", script);
 }
 
 QString buildBundleDir()

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <array>
 #include <memory>
 
 // Shared by the test programs: an isolated user, fixture repositories, and
@@ -28,6 +29,9 @@ QByteArray git(const QString &folder, const QStringList &arguments, int *exitCod
 void writeFile(const QString &path, const QByteArray &content);
 QByteArray readFile(const QString &path);
 
+// An executable shell script (script without its #! line).
+void writeScript(const QString &path, const QByteArray &script);
+
 // A repository with one commit holding the given files (relative path ->
 // content), cloned bare into "<bare>" so it can be cloned and pushed to.
 // Returns the bare repository's path.
@@ -40,6 +44,15 @@ void makeScriptBundle(const QString &bundle, const QString &identifier, const QB
 
 // The bundle the build produced, and its programs.
 QString buildBundleDir();
+
+// The columns of a data-driven test in one line:
+// columns<QString, int>({"text", "value"}).
+template <typename... Types>
+void columns(const std::array<const char *, sizeof...(Types)> &names)
+{
+    std::size_t i = 0;
+    (QTest::addColumn<Types>(names[i++]), ...);
+}
 
 } // namespace TestSupport
 
