@@ -11,10 +11,18 @@
 
 namespace {
 // How long one slice may hold the event loop, and how much text it moves at
-// most between two looks at the clock. Together they keep a slice well under
-// the time a user notices.
-constexpr qint64 SliceBudgetMs = 10;
+// most between two looks at the clock. Most of a slice's cost comes after
+// the text is in: the document and the view take in the change at the end of
+// the edit, and the oldest lines go. So a slice moves as many characters as
+// the slices before it managed in the budget, end included, and the clock
+// only guards against surprises. Together this keeps a slice, and the paint
+// after it, within one frame.
+constexpr qint64 SliceBudgetNs = 8000000;
 constexpr qsizetype PieceChars = 16 * 1024;
+constexpr qsizetype MinSliceChars = 1024;
+// Below the amount of dropped text after which the document compacts its
+// buffer (96 KB), and still twice a piece, so dropping keeps pace.
+constexpr qsizetype DropStepChars = 2 * PieceChars;
 // First flush after new text: short enough to feel immediate, long enough to
 // gather the many small chunks a busy tool writes into one layout pass.
 constexpr int GatherDelayMs = 15;
@@ -326,13 +334,13 @@ void ConsoleView::compactPending()
     }
 }
 
-void ConsoleView::dropOldestLines()
+bool ConsoleView::dropOldestLines(qsizetype atMost)
 {
     QTextDocument *doc = document();
     const int excess = doc->blockCount() - ScrollbackLines;
     const qsizetype excessCharacters = doc->characterCount() - ScrollbackCharacters;
     if (excess <= 0 && excessCharacters <= 0)
-        return;
+        return false;
     // Positions only: no cursor movement, so nothing is laid out.
     int cut = excess > 0 ? doc->findBlockByNumber(excess).position() : 0;
     if (excessCharacters > 0) {
@@ -340,8 +348,12 @@ void ConsoleView::dropOldestLines()
         const QTextBlock next = block.next();
         cut = std::max(cut, next.isValid() ? next.position() : block.position());
     }
+    if (cut > atMost) {
+        // Whole lines still, one at least.
+        cut = std::max(doc->findBlock(int(atMost)).position(), doc->firstBlock().next().position());
+    }
     if (cut <= 0)
-        return;
+        return false;
     const bool caretDropped = textCursor().position() < cut;
     QTextCursor top(doc);
     top.setPosition(cut, QTextCursor::KeepAnchor);
@@ -350,6 +362,7 @@ void ConsoleView::dropOldestLines()
     // goes back to the end.
     if (caretDropped)
         moveCursor(QTextCursor::End);
+    return caretDropped;
 }
 
 void ConsoleView::flushSlice()
@@ -367,10 +380,12 @@ void ConsoleView::flushSlice()
 
     QElapsedTimer clock;
     clock.start();
+    const qsizetype allowance =
+        std::max(MinSliceChars, qsizetype(double(SliceBudgetNs) / m_nanosecondsPerChar));
+    const qsizetype queuedBefore = m_pending.size() - m_pendingStart;
     QTextCursor cursor = textCursor();
     // The insertion point is the caret; a selection the user made stays.
     cursor.setPosition(cursor.position());
-    cursor.beginEditBlock();
     if (m_liveShown) {
         // What the last slice drew of the tool's current line is drawn anew
         // below; should the user have moved the insertion point away from it,
@@ -381,8 +396,15 @@ void ConsoleView::flushSlice()
         }
         m_liveShown = false;
     }
-    while (hasQueued()) {
-        qsizetype length = qMin(PieceChars, m_pending.size() - m_pendingStart);
+    // Each piece is an edit of its own, and so is dropping the lines it
+    // pushes out of the scrollback. One edit from the first line to the last
+    // would have the document clear the layout of every line. And the steps
+    // of dropping stay small: when the document's text buffer is full it
+    // compacts the whole text at the end of an edit, and a large drop right
+    // after that would have it compact everything again at once.
+    for (qsizetype sliced = 0; hasQueued() && sliced < allowance;) {
+        qsizetype length =
+            std::min({PieceChars, allowance - sliced, m_pending.size() - m_pendingStart});
         // End the piece after a line feed when there is one, so a line is not
         // laid out twice.
         if (m_pendingStart + length < m_pending.size()) {
@@ -390,22 +412,29 @@ void ConsoleView::flushSlice()
             if (lineEnd >= m_pendingStart)
                 length = lineEnd + 1 - m_pendingStart;
         }
+        cursor.beginEditBlock();
         consume(length, &cursor);
-        if (clock.elapsed() >= SliceBudgetMs)
+        cursor.endEditBlock();
+        sliced += length;
+        if (dropOldestLines(DropStepChars))
+            cursor.movePosition(QTextCursor::End);
+        if (clock.nsecsElapsed() >= SliceBudgetNs)
             break;
     }
+    const qsizetype moved = queuedBefore - (m_pending.size() - m_pendingStart);
     if (!hasQueued()) {
         clearQueue();
+        cursor.beginEditBlock();
         const int start = cursor.position();
         insertRuns(cursor, m_terminal.currentLine(), m_terminal.currentRuns());
+        cursor.endEditBlock();
         m_terminal.clearLineChanged();
         m_live = QTextCursor(document());
         m_live.setPosition(start);
         m_live.setPosition(cursor.position(), QTextCursor::KeepAnchor);
         m_liveShown = true;
+        dropOldestLines();
     }
-    dropOldestLines();
-    cursor.endEditBlock();
 
     if (hasQueued()) {
         compactPending();
@@ -413,4 +442,8 @@ void ConsoleView::flushSlice()
     }
     if (followTail)
         bar->setValue(bar->maximum());
+    if (moved >= MinSliceChars) {
+        const double cost = double(clock.nsecsElapsed()) / double(moved);
+        m_nanosecondsPerChar = std::clamp((m_nanosecondsPerChar + cost) / 2, 2.0, 1e6);
+    }
 }

@@ -9,6 +9,8 @@
 #include <QTextCursor>
 #include <QTimer>
 
+#include <limits>
+
 // The console: read-only for the user, selectable, fed by the operations.
 //
 // Tools can print far faster than a text view lays text out, so insertions
@@ -78,7 +80,10 @@ private:
     void flushSlice();
     void trimPending();
     void compactPending();
-    void dropOldestLines();
+    // Drops what is beyond the scrollback, or at most about atMost
+    // characters of it (whole lines); true when the insertion point was in
+    // them (it is then at the end).
+    bool dropOldestLines(qsizetype atMost = std::numeric_limits<qsizetype>::max());
     QString normalizedLineEnds(const QString &text);
 
     QString m_pending;               // queued text; the part before m_pendingStart is done
@@ -98,5 +103,8 @@ private:
     QTextCursor m_live;
     bool m_liveShown = false;
     QHash<TerminalText::Style, QTextCharFormat> m_formats;
+    // What moving one character into the document has cost lately, its
+    // share of the layout and of dropping old lines included.
+    double m_nanosecondsPerChar = 200;
     QTimer m_flushTimer;
 };
