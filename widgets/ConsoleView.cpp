@@ -334,6 +334,12 @@ void ConsoleView::compactPending()
     }
 }
 
+bool ConsoleView::overScrollback() const
+{
+    return document()->blockCount() > ScrollbackLines
+           || document()->characterCount() > ScrollbackCharacters;
+}
+
 bool ConsoleView::dropOldestLines(qsizetype atMost)
 {
     QTextDocument *doc = document();
@@ -386,6 +392,7 @@ void ConsoleView::flushSlice()
     QTextCursor cursor = textCursor();
     // The insertion point is the caret; a selection the user made stays.
     cursor.setPosition(cursor.position());
+    cursor.beginEditBlock();
     if (m_liveShown) {
         // What the last slice drew of the tool's current line is drawn anew
         // below; should the user have moved the insertion point away from it,
@@ -396,12 +403,6 @@ void ConsoleView::flushSlice()
         }
         m_liveShown = false;
     }
-    // Each piece is an edit of its own, and so is dropping the lines it
-    // pushes out of the scrollback. One edit from the first line to the last
-    // would have the document clear the layout of every line. And the steps
-    // of dropping stay small: when the document's text buffer is full it
-    // compacts the whole text at the end of an edit, and a large drop right
-    // after that would have it compact everything again at once.
     for (qsizetype sliced = 0; hasQueued() && sliced < allowance;) {
         qsizetype length =
             std::min({PieceChars, allowance - sliced, m_pending.size() - m_pendingStart});
@@ -412,29 +413,38 @@ void ConsoleView::flushSlice()
             if (lineEnd >= m_pendingStart)
                 length = lineEnd + 1 - m_pendingStart;
         }
-        cursor.beginEditBlock();
         consume(length, &cursor);
-        cursor.endEditBlock();
         sliced += length;
-        if (dropOldestLines(DropStepChars))
-            cursor.movePosition(QTextCursor::End);
+        if (hasQueued() && overScrollback()) {
+            // The lines pushed out of the scrollback go between pieces, as
+            // an edit of their own: in the same edit the document would see
+            // one change from its first line to its last and clear the
+            // layout of every line. And in small steps: when its text buffer
+            // is full the document compacts all of it at the end of an edit,
+            // and a large drop right after that would have it compact
+            // everything again at once.
+            cursor.endEditBlock();
+            if (dropOldestLines(DropStepChars))
+                cursor.movePosition(QTextCursor::End);
+            cursor.beginEditBlock();
+        }
         if (clock.nsecsElapsed() >= SliceBudgetNs)
             break;
     }
     const qsizetype moved = queuedBefore - (m_pending.size() - m_pendingStart);
     if (!hasQueued()) {
         clearQueue();
-        cursor.beginEditBlock();
         const int start = cursor.position();
         insertRuns(cursor, m_terminal.currentLine(), m_terminal.currentRuns());
-        cursor.endEditBlock();
         m_terminal.clearLineChanged();
         m_live = QTextCursor(document());
         m_live.setPosition(start);
         m_live.setPosition(cursor.position(), QTextCursor::KeepAnchor);
         m_liveShown = true;
-        dropOldestLines();
     }
+    cursor.endEditBlock();
+    if (!hasQueued())
+        dropOldestLines();
 
     if (hasQueued()) {
         compactPending();

@@ -83,6 +83,7 @@ private:
     // Drops what is beyond the scrollback, or at most about atMost
     // characters of it (whole lines); true when the insertion point was in
     // them (it is then at the end).
+    bool overScrollback() const;
     bool dropOldestLines(qsizetype atMost = std::numeric_limits<qsizetype>::max());
     QString normalizedLineEnds(const QString &text);
 
