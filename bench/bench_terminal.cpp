@@ -3,7 +3,7 @@
 // stream shown by xterm on the same display:
 //
 //   xvfb-run -a build/bench/bench_terminal        (needs X11; xterm optional)
-//   build/bench/bench_terminal <shape>            one shape, in this process
+//   build/bench/bench_terminal <shape> [MB]       one shape (0-4), in this process
 //
 // Each shape runs in a process of its own, so its peak memory is its own.
 // Figures: seconds until the child has ended and the console has shown
@@ -150,9 +150,11 @@ double xtermSeconds(const QString &file)
 }
 
 // Runs one shape through the window in this process and prints one row.
-int runShape(int index)
+int runShape(int index, qint64 megabytes)
 {
-    const Shape &shape = shapes().at(index);
+    Shape shape = shapes().at(index);
+    if (megabytes > 0)
+        shape.bytes = megabytes << 20;
     QTemporaryDir dir;
     const QString file = dir.path() + QStringLiteral("/stream");
     if (!writeShape(shape, file))
@@ -225,13 +227,9 @@ int runShape(int index)
 
 int main(int argc, char *argv[])
 {
-    if (argc > 2 && qstrcmp(argv[2], "write") == 0) {
-        QCoreApplication app(argc, argv);
-        return writeShape(shapes().at(QByteArray(argv[1]).toInt()), QString::fromLocal8Bit(argv[3])) ? 0 : 1;
-    }
     if (argc > 1) {
         QApplication app(argc, argv);
-        return runShape(QByteArray(argv[1]).toInt());
+        return runShape(QByteArray(argv[1]).toInt(), argc > 2 ? QByteArray(argv[2]).toLongLong() : 0);
     }
     QCoreApplication app(argc, argv);
     std::printf("platform: %s\n", qEnvironmentVariableIsEmpty("DISPLAY")

@@ -393,12 +393,27 @@ void ConsoleView::flushSlice()
     // The insertion point is the caret; a selection the user made stays.
     cursor.setPosition(cursor.position());
     cursor.beginEditBlock();
+    // How much of what the last slice drew of the tool's current line is
+    // still right: that much stays, the rest is drawn anew. Keeping it spares
+    // the document text it would have to collect as garbage, which it does
+    // by copying all its text.
+    qsizetype liveKept = 0;
+    qsizetype keptInLine = 0;
     if (m_liveShown) {
-        // What the last slice drew of the tool's current line is drawn anew
-        // below; should the user have moved the insertion point away from it,
-        // it stays as it was.
+        // Should the user have moved the insertion point away from it, it
+        // stays as it was.
         if (cursor.position() == m_live.selectionEnd() && m_live.hasSelection()) {
-            cursor.setPosition(m_live.selectionStart(), QTextCursor::KeepAnchor);
+            if (!m_liveStyled && hasQueued()) {
+                if (m_runs.isEmpty() && QStringView(m_pending).mid(m_pendingStart).startsWith(m_liveText)) {
+                    consume(m_liveText.size(), nullptr);
+                    liveKept = m_liveText.size();
+                }
+            } else if (!m_liveStyled && !hasQueued() && m_terminal.currentLine().startsWith(m_liveText)
+                       && m_terminal.currentRuns().isEmpty()) {
+                liveKept = m_liveText.size();
+                keptInLine = liveKept;
+            }
+            cursor.setPosition(m_live.selectionStart() + int(liveKept), QTextCursor::KeepAnchor);
             cursor.removeSelectedText();
         }
         m_liveShown = false;
@@ -434,8 +449,12 @@ void ConsoleView::flushSlice()
     const qsizetype moved = queuedBefore - (m_pending.size() - m_pendingStart);
     if (!hasQueued()) {
         clearQueue();
-        const int start = cursor.position();
-        insertRuns(cursor, m_terminal.currentLine(), m_terminal.currentRuns());
+        const int start = cursor.position() - int(keptInLine);
+        const QString &line = m_terminal.currentLine();
+        const QList<TerminalText::Run> runs = m_terminal.currentRuns();
+        insertRuns(cursor, QStringView(line).mid(keptInLine), runs);
+        m_liveText = line;
+        m_liveStyled = !runs.isEmpty();
         m_terminal.clearLineChanged();
         m_live = QTextCursor(document());
         m_live.setPosition(start);

@@ -103,6 +103,8 @@ private:
     // this cursor); valid while m_liveShown.
     QTextCursor m_live;
     bool m_liveShown = false;
+    QString m_liveText;       // what it shows
+    bool m_liveStyled = false; // whether in other styles than the default
     QHash<TerminalText::Style, QTextCharFormat> m_formats;
     // What moving one character into the document has cost lately, its
     // share of the layout and of dropping old lines included.
