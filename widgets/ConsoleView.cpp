@@ -1,20 +1,88 @@
 #include "widgets/ConsoleView.h"
 
+#include <QEvent>
+#include <QFontDatabase>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
 
+#include <algorithm>
+#include <cmath>
+
 namespace {
 // How long one slice may hold the event loop, and how much text it moves at
-// most between two looks at the clock. Together they keep a slice well under
-// the time a user notices.
-constexpr qint64 SliceBudgetMs = 10;
+// most between two looks at the clock. Most of a slice's cost comes after
+// the text is in: the document and the view take in the change at the end of
+// the edit, and the oldest lines go. So a slice moves as many characters as
+// the slices before it managed in the budget, end included, and the clock
+// only guards against surprises. Together this keeps a slice, and the paint
+// after it, within one frame.
+constexpr qint64 SliceBudgetNs = 8000000;
 constexpr qsizetype PieceChars = 16 * 1024;
+constexpr qsizetype MinSliceChars = 1024;
+// Below the amount of dropped text after which the document compacts its
+// buffer (96 KB), and still twice a piece, so dropping keeps pace.
+constexpr qsizetype DropStepChars = 2 * PieceChars;
 // First flush after new text: short enough to feel immediate, long enough to
 // gather the many small chunks a busy tool writes into one layout pass.
 constexpr int GatherDelayMs = 15;
 // Between slices of a long queue: lets input and painting in.
 constexpr int SliceGapMs = 1;
+
+// The colour n of the 256-colour palette as terminals define it.
+QColor paletteColour(int n)
+{
+    static const QRgb basic[16] = {
+        qRgb(0, 0, 0),       qRgb(205, 0, 0),     qRgb(0, 205, 0),     qRgb(205, 205, 0),
+        qRgb(0, 0, 238),     qRgb(205, 0, 205),   qRgb(0, 205, 205),   qRgb(229, 229, 229),
+        qRgb(127, 127, 127), qRgb(255, 0, 0),     qRgb(0, 255, 0),     qRgb(255, 255, 0),
+        qRgb(92, 92, 255),   qRgb(255, 0, 255),   qRgb(0, 255, 255),   qRgb(255, 255, 255)};
+    if (n < 16)
+        return QColor(basic[n]);
+    if (n < 232) {
+        static const int level[6] = {0, 95, 135, 175, 215, 255};
+        n -= 16;
+        return QColor(level[n / 36], level[n / 6 % 6], level[n % 6]);
+    }
+    const int grey = 8 + 10 * (n - 232);
+    return QColor(grey, grey, grey);
+}
+
+QColor terminalColour(quint32 colour)
+{
+    if (colour & TerminalText::TrueColour)
+        return QColor(QRgb(colour & 0xFFFFFF));
+    return paletteColour(int(colour & 0xFF));
+}
+
+qreal luminance(const QColor &colour)
+{
+    auto channel = [](qreal c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF())
+           + 0.0722 * channel(colour.blueF());
+}
+
+qreal contrast(const QColor &a, const QColor &b)
+{
+    const qreal la = luminance(a), lb = luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+// The colour a tool asked for, made lighter or darker until it reads well on
+// the background: yellow on a white console turns to ochre, blue on a black
+// one to a light blue. Its hue stays, so red still means red.
+QColor readableOn(QColor colour, const QColor &background)
+{
+    constexpr qreal Wanted = 4.5;
+    const bool darken = luminance(background) > 0.5;
+    for (int step = 0; step < 16 && contrast(colour, background) < Wanted; ++step) {
+        float h, s, l, a;
+        colour.getHslF(&h, &s, &l, &a);
+        l = darken ? std::max(0.0f, l - 0.07f) : std::min(1.0f, l + 0.07f);
+        colour.setHslF(h, s, l, a);
+    }
+    return colour;
+}
 } // namespace
 
 ConsoleView::ConsoleView(QWidget *parent) : QPlainTextEdit(parent)
@@ -24,6 +92,8 @@ ConsoleView::ConsoleView(QWidget *parent) : QPlainTextEdit(parent)
     // the insertion point; never typed into.
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setUndoRedoEnabled(false);
+    // A terminal's look: tools align their output in columns.
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     // The scrollback is enforced by dropOldestLines(), not by
     // setMaximumBlockCount(): the document's own trimming walks the cursor
     // over every dropped line and lays each one out first, which costs far
@@ -48,11 +118,11 @@ QString ConsoleView::normalizedLineEnds(const QString &text)
 
 void ConsoleView::setString(const QString &text)
 {
-    m_pending.clear();
-    m_pendingStart = 0;
-    m_pendingLines = 0;
+    clearQueue();
     m_flushTimer.stop();
     m_endsWithCarriageReturn = false;
+    m_terminal.reset();
+    m_liveShown = false;
     setPlainText(normalizedLineEnds(text));
     dropOldestLines();
     // A fresh text is read from the end on: that is where the next line goes.
@@ -63,11 +133,145 @@ void ConsoleView::insertText(const QString &text)
 {
     if (text.isEmpty())
         return;
-    const QString normalized = normalizedLineEnds(text);
-    m_pending.append(normalized);
-    m_pendingLines += normalized.count(u'\n');
+    // The line a tool was writing stays as it reads; this text follows it.
+    m_terminal.detachLine();
+    queueFinishedToolText();
+    queue(normalizedLineEnds(text), {});
     trimPending();
     scheduleFlush(GatherDelayMs);
+}
+
+void ConsoleView::insertToolOutput(const QString &text)
+{
+    if (text.isEmpty())
+        return;
+    m_endsWithCarriageReturn = false;
+    m_terminal.write(text);
+    queueFinishedToolText();
+    trimPending();
+    scheduleFlush(GatherDelayMs);
+}
+
+void ConsoleView::queueFinishedToolText()
+{
+    if (!m_terminal.hasFinished())
+        return;
+    const TerminalText::Finished finished = m_terminal.takeFinished();
+    queue(finished.text, finished.runs);
+}
+
+void ConsoleView::queue(const QString &text, const QList<TerminalText::Run> &runs)
+{
+    if (!runs.isEmpty() && m_runs.isEmpty() && hasQueued()) {
+        // Until now all queued text was in the default style.
+        m_runs.append({m_pending.size() - m_pendingStart, 0});
+        m_runIndex = 0;
+        m_runOffset = 0;
+    }
+    if (!runs.isEmpty())
+        m_runs.append(runs);
+    else if (!m_runs.isEmpty())
+        m_runs.append({text.size(), 0});
+    m_pending.append(text);
+    m_pendingLines += text.count(u'\n');
+}
+
+void ConsoleView::clearQueue()
+{
+    m_pending.clear();
+    m_pendingStart = 0;
+    m_pendingLines = 0;
+    m_runs.clear();
+    m_runIndex = 0;
+    m_runOffset = 0;
+}
+
+void ConsoleView::consume(qsizetype length, QTextCursor *insertAt)
+{
+    const QStringView text = QStringView(m_pending).mid(m_pendingStart, length);
+    m_pendingLines -= text.count(u'\n');
+    m_pendingStart += length;
+    if (m_runs.isEmpty()) {
+        if (insertAt)
+            insertAt->insertText(text.toString(), format(0));
+        return;
+    }
+    qsizetype at = 0;
+    while (at < length && m_runIndex < m_runs.size()) {
+        const TerminalText::Run &run = m_runs[m_runIndex];
+        const qsizetype take = std::min(run.length - m_runOffset, length - at);
+        if (insertAt)
+            insertAt->insertText(text.mid(at, take).toString(), format(run.style));
+        at += take;
+        m_runOffset += take;
+        if (m_runOffset == run.length) {
+            ++m_runIndex;
+            m_runOffset = 0;
+        }
+    }
+}
+
+void ConsoleView::insertRuns(QTextCursor &cursor, QStringView text,
+                             const QList<TerminalText::Run> &runs)
+{
+    if (runs.isEmpty()) {
+        if (!text.isEmpty())
+            cursor.insertText(text.toString(), format(0));
+        return;
+    }
+    qsizetype at = 0;
+    for (const TerminalText::Run &run : runs) {
+        cursor.insertText(text.mid(at, run.length).toString(), format(run.style));
+        at += run.length;
+    }
+}
+
+const QTextCharFormat &ConsoleView::format(TerminalText::Style style)
+{
+    auto found = m_formats.constFind(style);
+    if (found != m_formats.constEnd())
+        return *found;
+    QTextCharFormat format;
+    if (style != 0) {
+        const QPalette colours = palette();
+        const QColor base = colours.color(QPalette::Base);
+        QColor foreground = colours.color(QPalette::Text);
+        QColor background = base;
+        const bool ownBackground = TerminalText::background(style) != 0;
+        if (const quint32 colour = TerminalText::foreground(style))
+            foreground = terminalColour(colour);
+        if (ownBackground)
+            background = terminalColour(TerminalText::background(style));
+        if (style & TerminalText::Inverse)
+            std::swap(foreground, background);
+        foreground = readableOn(foreground, background);
+        if (style & TerminalText::Faint) {
+            foreground = QColor::fromRgbF((foreground.redF() + background.redF()) / 2,
+                                          (foreground.greenF() + background.greenF()) / 2,
+                                          (foreground.blueF() + background.blueF()) / 2);
+        }
+        if (TerminalText::foreground(style) || (style & (TerminalText::Inverse | TerminalText::Faint))
+            || ownBackground)
+            format.setForeground(foreground);
+        if (ownBackground || (style & TerminalText::Inverse))
+            format.setBackground(background);
+        if (style & TerminalText::Bold)
+            format.setFontWeight(QFont::Bold);
+        if (style & TerminalText::Italic)
+            format.setFontItalic(true);
+        if (style & TerminalText::Underline)
+            format.setFontUnderline(true);
+    }
+    return *m_formats.insert(style, format);
+}
+
+void ConsoleView::changeEvent(QEvent *event)
+{
+    // Colours are chosen for the palette; text that follows a change gets
+    // them anew.
+    if (event->type() == QEvent::PaletteChange)
+        m_formats.clear();
+    QPlainTextEdit::changeEvent(event);
 }
 
 QString ConsoleView::string()
@@ -95,16 +299,20 @@ void ConsoleView::trimPending()
     // Lines beyond the scrollback would be dropped as soon as they were
     // shown; dropping them while queued gives the same text for less work.
     // The last, unfinished line does not count.
-    if (m_pendingLines <= ScrollbackLines)
-        return;
-    qsizetype excess = m_pendingLines - ScrollbackLines;
     qsizetype cut = m_pendingStart;
-    while (excess > 0) {
-        cut = m_pending.indexOf(u'\n', cut) + 1;
-        --excess;
+    if (m_pendingLines > ScrollbackLines) {
+        for (qsizetype excess = m_pendingLines - ScrollbackLines; excess > 0; --excess)
+            cut = m_pending.indexOf(u'\n', cut) + 1;
     }
-    m_pendingStart = cut;
-    m_pendingLines = ScrollbackLines;
+    if (m_pending.size() - cut > ScrollbackCharacters) {
+        // At a line start, as the document drops whole lines too.
+        const qsizetype lineEnd = m_pending.indexOf(u'\n', m_pending.size() - ScrollbackCharacters);
+        if (lineEnd >= 0)
+            cut = lineEnd + 1;
+    }
+    if (cut == m_pendingStart)
+        return;
+    consume(cut - m_pendingStart, nullptr);
     compactPending();
 }
 
@@ -115,17 +323,43 @@ void ConsoleView::compactPending()
     if (m_pendingStart > m_pending.size() / 2) {
         m_pending.remove(0, m_pendingStart);
         m_pendingStart = 0;
+        if (!m_runs.isEmpty()) {
+            m_runs.remove(0, m_runIndex);
+            m_runIndex = 0;
+            if (!m_runs.isEmpty()) {
+                m_runs.first().length -= m_runOffset;
+                m_runOffset = 0;
+            }
+        }
     }
 }
 
-void ConsoleView::dropOldestLines()
+bool ConsoleView::overScrollback() const
+{
+    return document()->blockCount() > ScrollbackLines
+           || document()->characterCount() > ScrollbackCharacters;
+}
+
+bool ConsoleView::dropOldestLines(qsizetype atMost)
 {
     QTextDocument *doc = document();
     const int excess = doc->blockCount() - ScrollbackLines;
-    if (excess <= 0)
-        return;
+    const qsizetype excessCharacters = doc->characterCount() - ScrollbackCharacters;
+    if (excess <= 0 && excessCharacters <= 0)
+        return false;
     // Positions only: no cursor movement, so nothing is laid out.
-    const int cut = doc->findBlockByNumber(excess).position();
+    int cut = excess > 0 ? doc->findBlockByNumber(excess).position() : 0;
+    if (excessCharacters > 0) {
+        const QTextBlock block = doc->findBlock(int(excessCharacters));
+        const QTextBlock next = block.next();
+        cut = std::max(cut, next.isValid() ? next.position() : block.position());
+    }
+    if (cut > atMost) {
+        // Whole lines still, one at least.
+        cut = std::max(doc->findBlock(int(atMost)).position(), doc->firstBlock().next().position());
+    }
+    if (cut <= 0)
+        return false;
     const bool caretDropped = textCursor().position() < cut;
     QTextCursor top(doc);
     top.setPosition(cut, QTextCursor::KeepAnchor);
@@ -134,6 +368,7 @@ void ConsoleView::dropOldestLines()
     // goes back to the end.
     if (caretDropped)
         moveCursor(QTextCursor::End);
+    return caretDropped;
 }
 
 void ConsoleView::flushSlice()
@@ -151,12 +386,41 @@ void ConsoleView::flushSlice()
 
     QElapsedTimer clock;
     clock.start();
+    const qsizetype allowance =
+        std::max(MinSliceChars, qsizetype(double(SliceBudgetNs) / m_nanosecondsPerChar));
+    const qsizetype queuedBefore = m_pending.size() - m_pendingStart;
     QTextCursor cursor = textCursor();
     // The insertion point is the caret; a selection the user made stays.
     cursor.setPosition(cursor.position());
     cursor.beginEditBlock();
-    do {
-        qsizetype length = qMin(PieceChars, m_pending.size() - m_pendingStart);
+    // How much of what the last slice drew of the tool's current line is
+    // still right: that much stays, the rest is drawn anew. Keeping it spares
+    // the document text it would have to collect as garbage, which it does
+    // by copying all its text.
+    qsizetype liveKept = 0;
+    qsizetype keptInLine = 0;
+    if (m_liveShown) {
+        // Should the user have moved the insertion point away from it, it
+        // stays as it was.
+        if (cursor.position() == m_live.selectionEnd() && m_live.hasSelection()) {
+            if (!m_liveStyled && hasQueued()) {
+                if (m_runs.isEmpty() && QStringView(m_pending).mid(m_pendingStart).startsWith(m_liveText)) {
+                    consume(m_liveText.size(), nullptr);
+                    liveKept = m_liveText.size();
+                }
+            } else if (!m_liveStyled && !hasQueued() && m_terminal.currentLine().startsWith(m_liveText)
+                       && m_terminal.currentRuns().isEmpty()) {
+                liveKept = m_liveText.size();
+                keptInLine = liveKept;
+            }
+            cursor.setPosition(m_live.selectionStart() + int(liveKept), QTextCursor::KeepAnchor);
+            cursor.removeSelectedText();
+        }
+        m_liveShown = false;
+    }
+    for (qsizetype sliced = 0; hasQueued() && sliced < allowance;) {
+        qsizetype length =
+            std::min({PieceChars, allowance - sliced, m_pending.size() - m_pendingStart});
         // End the piece after a line feed when there is one, so a line is not
         // laid out twice.
         if (m_pendingStart + length < m_pending.size()) {
@@ -164,22 +428,51 @@ void ConsoleView::flushSlice()
             if (lineEnd >= m_pendingStart)
                 length = lineEnd + 1 - m_pendingStart;
         }
-        const QStringView piece = QStringView(m_pending).mid(m_pendingStart, length);
-        m_pendingLines -= piece.count(u'\n');
-        cursor.insertText(piece.toString());
-        m_pendingStart += length;
-    } while (hasPending() && clock.elapsed() < SliceBudgetMs);
-    dropOldestLines();
+        consume(length, &cursor);
+        sliced += length;
+        if (hasQueued() && overScrollback()) {
+            // The lines pushed out of the scrollback go between pieces, as
+            // an edit of their own: in the same edit the document would see
+            // one change from its first line to its last and clear the
+            // layout of every line. And in small steps: when its text buffer
+            // is full the document compacts all of it at the end of an edit,
+            // and a large drop right after that would have it compact
+            // everything again at once.
+            cursor.endEditBlock();
+            if (dropOldestLines(DropStepChars))
+                cursor.movePosition(QTextCursor::End);
+            cursor.beginEditBlock();
+        }
+        if (clock.nsecsElapsed() >= SliceBudgetNs)
+            break;
+    }
+    const qsizetype moved = queuedBefore - (m_pending.size() - m_pendingStart);
+    if (!hasQueued()) {
+        clearQueue();
+        const int start = cursor.position() - int(keptInLine);
+        const QString &line = m_terminal.currentLine();
+        const QList<TerminalText::Run> runs = m_terminal.currentRuns();
+        insertRuns(cursor, QStringView(line).mid(keptInLine), runs);
+        m_liveText = line;
+        m_liveStyled = !runs.isEmpty();
+        m_terminal.clearLineChanged();
+        m_live = QTextCursor(document());
+        m_live.setPosition(start);
+        m_live.setPosition(cursor.position(), QTextCursor::KeepAnchor);
+        m_liveShown = true;
+    }
     cursor.endEditBlock();
+    if (!hasQueued())
+        dropOldestLines();
 
-    if (hasPending()) {
+    if (hasQueued()) {
         compactPending();
         scheduleFlush(SliceGapMs);
-    } else {
-        m_pending.clear();
-        m_pendingStart = 0;
-        m_pendingLines = 0;
     }
     if (followTail)
         bar->setValue(bar->maximum());
+    if (moved >= MinSliceChars) {
+        const double cost = double(clock.nsecsElapsed()) / double(moved);
+        m_nanosecondsPerChar = std::clamp((m_nanosecondsPerChar + cost) / 2, 2.0, 1e6);
+    }
 }

@@ -1,8 +1,15 @@
 #pragma once
 
+#include "widgets/TerminalText.h"
+
 #include <QElapsedTimer>
+#include <QHash>
 #include <QPlainTextEdit>
+#include <QTextCharFormat>
+#include <QTextCursor>
 #include <QTimer>
+
+#include <limits>
 
 // The console: read-only for the user, selectable, fed by the operations.
 //
@@ -15,9 +22,16 @@
 // insertion point the user left in lines about to be dropped moves to the end,
 // so new text is not dropped with them.
 //
-// A carriage return starts a new line (a "\r\n" pair gives one line break),
-// as the console has always shown git's progress: one line per update, so the
-// history of a transfer stays readable after it ends.
+// Two kinds of text arrive. The application's own messages are inserted as
+// they are, a carriage return starting a new line (a "\r\n" pair gives one
+// line break). The tools' raw output goes through TerminalText and reads as
+// it would in a terminal: progress redrawn with carriage returns stays one
+// line, colours show in tones readable on the palette's background, other
+// escape sequences vanish. The line a tool is still writing is kept aside and
+// drawn once per slice, replacing what the last slice drew, so a thousand
+// redraws between two slices cost one. Lines longer than
+// TerminalText::MaxLineLength continue on the next line, which keeps every
+// line the view lays out short.
 class ConsoleView : public QPlainTextEdit
 {
     Q_OBJECT
@@ -27,6 +41,9 @@ public:
     // 10 MB of text at make's usual line length, some 140 MB of memory with
     // the view's own bookkeeping, however much more a tool prints.
     static constexpr int ScrollbackLines = 100000;
+    // And at most this many characters (64 MB of text), the bound that
+    // matters for tools printing lines of thousands of characters.
+    static constexpr qsizetype ScrollbackCharacters = 32 * 1024 * 1024;
 
     explicit ConsoleView(QWidget *parent = nullptr);
 
@@ -35,25 +52,62 @@ public:
     void setString(const QString &text);
     // Inserts at the insertion point (the end unless the user moved it).
     void insertText(const QString &text);
+    // A tool's raw output, shown as a terminal would show it, at the
+    // insertion point like insertText().
+    void insertToolOutput(const QString &text);
     // The whole text, including what is still queued for display (moved into
     // the document first, so this is exactly what the view then shows).
     QString string();
 
     // Moves everything queued into the document now.
     void flushPending();
-    bool hasPending() const { return m_pendingStart < m_pending.size(); }
+    bool hasPending() const { return hasQueued() || m_terminal.lineChanged(); }
+
+protected:
+    void changeEvent(QEvent *event) override;
 
 private:
+    bool hasQueued() const { return m_pendingStart < m_pending.size(); }
+    void queue(const QString &text, const QList<TerminalText::Run> &runs);
+    void queueFinishedToolText();
+    void clearQueue();
+    // Moves the queue's start on by length characters, handing each stretch
+    // of one style to insert (when given).
+    void consume(qsizetype length, QTextCursor *insertAt);
+    void insertRuns(QTextCursor &cursor, QStringView text, const QList<TerminalText::Run> &runs);
+    const QTextCharFormat &format(TerminalText::Style style);
     void scheduleFlush(int delayMs);
     void flushSlice();
     void trimPending();
     void compactPending();
-    void dropOldestLines();
+    // Drops what is beyond the scrollback, or at most about atMost
+    // characters of it (whole lines); true when the insertion point was in
+    // them (it is then at the end).
+    bool overScrollback() const;
+    bool dropOldestLines(qsizetype atMost = std::numeric_limits<qsizetype>::max());
     QString normalizedLineEnds(const QString &text);
 
     QString m_pending;               // queued text; the part before m_pendingStart is done
     qsizetype m_pendingStart = 0;
     qsizetype m_pendingLines = 0;    // line feeds in the queued part
+    // Styles of the queued text from m_pendingStart on, as runs; empty while
+    // it is all in the default style. m_runOffset characters of the first
+    // run (at m_runIndex) are done.
+    QList<TerminalText::Run> m_runs;
+    qsizetype m_runIndex = 0;
+    qsizetype m_runOffset = 0;
     bool m_endsWithCarriageReturn = false;
+
+    TerminalText m_terminal;
+    // Where the last slice drew the tool's current line (the selection of
+    // this cursor); valid while m_liveShown.
+    QTextCursor m_live;
+    bool m_liveShown = false;
+    QString m_liveText;       // what it shows
+    bool m_liveStyled = false; // whether in other styles than the default
+    QHash<TerminalText::Style, QTextCharFormat> m_formats;
+    // What moving one character into the document has cost lately, its
+    // share of the layout and of dropping old lines included.
+    double m_nanosecondsPerChar = 200;
     QTimer m_flushTimer;
 };

@@ -163,7 +163,7 @@ void AppController::notifiedForStdOutput(const QByteArray &chunk)
     // A character cut by the chunk boundary is completed by the next chunk.
     const QString text = m_stdoutDecoder.decode(chunk);
     if (logSwitch == 1)
-        outputField->insertText(text);
+        outputField->insertToolOutput(text);
 
     if (selectedTag() == TagCompile) {
         progressbar->setMaxValue(100);
@@ -181,7 +181,7 @@ void AppController::notifiedForStdError(const QByteArray &chunk)
         return;
     const QString text = m_stderrDecoder.decode(chunk);
     if (logSwitch == 1)
-        outputField->insertText(text);
+        outputField->insertToolOutput(text);
 
     const int tag = selectedTag();
     if (tag != TagClone && tag != TagModules)
