@@ -7,6 +7,7 @@
 class AppController;
 class ConsoleFindBar;
 class MainWindow;
+class QAction;
 class QPlainTextEdit;
 class QWidget;
 
@@ -38,6 +39,9 @@ public:
     void performZoom();
     void arrangeInFront();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     QWidget *keyWindow() const;
     QWidget *textTarget() const;
@@ -45,5 +49,6 @@ private:
     MainWindow *m_window;
     QPlainTextEdit *m_console = nullptr;
     ConsoleFindBar *m_findBar = nullptr;
+    QPointer<QAction> m_quit;
     QList<QPointer<QWidget>> m_hidden;
 };

@@ -3,14 +3,17 @@
 #include "BuildConfig.h"
 #include "platform/Bundle.h"
 #include "platform/CompanionChannel.h"
+#include "platform/Mnemonics.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "ui_firstLaunch.h"
 #include "ui_MainWindow.h"
 #include "ui_wizard.h"
+#include "widgets/FolderChoice.h"
 #include "widgets/Popover.h"
 #include "workflow/MainWindow.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QMenu>
 #include <QToolButton>
@@ -37,10 +40,10 @@ ZELMORHelperAppDelegate::FolderChooser &folderChooser()
 
 // Window-modal, so the sheet and the main window stay responsive to
 // everything but input while the user browses.
-void chooseFolderWithDialog(QWidget *parent, const QString &prompt,
+void chooseFolderWithDialog(QWidget *parent, const QString &prompt, const QString &start,
                             std::function<void(const QString &)> done)
 {
-    auto *dialog = new QFileDialog(parent);
+    auto *dialog = new QFileDialog(parent, QString(), start);
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
     dialog->setLabelText(QFileDialog::Accept, prompt);
@@ -58,6 +61,19 @@ void setTitle(T *item, const QString &title)
     // An outlet that is not connected (a sheet not loaded yet) is skipped.
     if (item)
         item->setText(title);
+}
+
+// Mnemonics go on after the titles, so every language gets its own letters.
+void markMenu(QMenu *menu)
+{
+    if (!menu)
+        return;
+    QList<QAction *> items;
+    for (QAction *action : menu->actions()) {
+        if (!action->isSeparator())
+            items.append(action);
+    }
+    Mnemonics::applyTo(items);
 }
 
 } // namespace
@@ -180,6 +196,21 @@ void ZELMORHelperAppDelegate::awakeFromNib()
     setTitle(wizardOKButton.data(), tr("OK"));
     setTitle(wizardBrowseWorkspaceButton.data(), tr("Select"));
     setTitle(wizardBrowseOutputButton.data(), tr("Select"));
+
+    markMenus();
+    Mnemonics::applyTo(QList<QAbstractButton *>{tryWizardButton.data(), firstOKButton.data()});
+    Mnemonics::applyTo(QList<QAbstractButton *>{wizardBrowseWorkspaceButton.data(),
+                                                wizardBrowseOutputButton.data(),
+                                                wizardOKButton.data()});
+}
+
+void ZELMORHelperAppDelegate::markMenus()
+{
+    Mnemonics::applyTo(QList<QAction *>{MenuAppName, MenuEdit, MenuWindow});
+    markMenu(menuAppName);
+    markMenu(menuEdit);
+    markMenu(menuFindDir ? menuFindDir->menu() : nullptr);
+    markMenu(menuWindow);
 }
 
 void ZELMORHelperAppDelegate::applicationDidFinishLaunching()
@@ -196,6 +227,7 @@ void ZELMORHelperAppDelegate::applicationDidFinishLaunching()
     setTitle(MenuAppName, tr("ZELMOR Helper"));
     if (menuAppName)
         menuAppName->setTitle(tr("ZELMOR Helper"));
+    markMenus();
 }
 
 void ZELMORHelperAppDelegate::applicationWillTerminate()
@@ -300,7 +332,7 @@ void ZELMORHelperAppDelegate::wizard()
     wizardWindow->open();
 }
 
-void ZELMORHelperAppDelegate::inichooseFolder(std::function<void()> then)
+void ZELMORHelperAppDelegate::inichooseFolder(std::function<void()> then, const QString &start)
 {
     inipathStr.clear();
     QWidget *parent = wizardWindow ? static_cast<QWidget *>(wizardWindow.data()) : window;
@@ -318,13 +350,21 @@ void ZELMORHelperAppDelegate::inichooseFolder(std::function<void()> then)
     if (folderChooser())
         folderChooser()(parent, tr("Select"), done);
     else
-        chooseFolderWithDialog(parent, tr("Select"), done);
+        chooseFolderWithDialog(parent, tr("Select"), start.isEmpty() ? QDir::homePath() : start,
+                               done);
 }
 
 void ZELMORHelperAppDelegate::iniHelp(QWidget *sender)
 {
     if (iniPopover)
         iniPopover->showRelativeToRect(sender ? sender->rect() : QRect(), sender, Popover::MinXEdge);
+}
+
+QString ZELMORHelperAppDelegate::chooserStart(const QString &key, const QString &appended)
+{
+    // Where choosing again would give back what is stored.
+    return FolderChoice::startFolder(SettingsStore::standard().stringValue(key), appended,
+                                     QDir::homePath(), FolderChoice::isExistingFolder);
 }
 
 void ZELMORHelperAppDelegate::iniWorkspaceBrowse()
@@ -335,7 +375,7 @@ void ZELMORHelperAppDelegate::iniWorkspaceBrowse()
         SettingsStore::standard().setObject(SettingsKeys::Workspace, inipathStr);
         if (iniWorkSpaceText)
             iniWorkSpaceText->setText(inipathStr);
-    });
+    }, chooserStart(SettingsKeys::Workspace, QStringLiteral("/ZELMOR")));
 }
 
 void ZELMORHelperAppDelegate::iniOutputBrowse()
@@ -347,7 +387,7 @@ void ZELMORHelperAppDelegate::iniOutputBrowse()
         SettingsStore::standard().setObject(SettingsKeys::Output, output);
         if (iniOutputText)
             iniOutputText->setText(output);
-    });
+    }, chooserStart(SettingsKeys::Output, QStringLiteral("/ZELMOR/Output")));
 }
 
 void ZELMORHelperAppDelegate::finIni()

@@ -65,9 +65,10 @@ public:
     void closeFirstLaunch();
     void alertDidEndForFirstLaunch(int returnCode);
     void wizard();
-    // Asks for a parent folder; inipathStr is "<folder>/ZELMOR", or empty
-    // when cancelled. then() runs once the user has answered.
-    void inichooseFolder(std::function<void()> then);
+    // Asks for a parent folder, opening at `start` (home when empty);
+    // inipathStr is "<folder>/ZELMOR", or empty when cancelled. then() runs
+    // once the user has answered.
+    void inichooseFolder(std::function<void()> then, const QString &start = QString());
     void iniHelp(QWidget *sender);
     void iniWorkspaceBrowse();
     void iniOutputBrowse();
@@ -126,6 +127,8 @@ public:
 
 private:
     void loadFirstLaunchWindow();
+    void markMenus();
+    static QString chooserStart(const QString &key, const QString &appended);
     void loadWizardWindow();
     static void endSheet(QPointer<QDialog> &sheet);
 };

@@ -108,6 +108,11 @@ bool Popover::eventFilter(QObject *watched, QEvent *event)
             hide();
     } else if (event->type() == QEvent::Hide && m_view && watched == m_view->window()) {
         hide();
+    } else if (event->type() == QEvent::ShortcutOverride
+               && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape && isVisible()) {
+        // Claimed before any window's Escape shortcut can take it.
+        event->accept();
+        return true;
     } else if (event->type() == QEvent::KeyPress
                && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape && isVisible()) {
         // Escape first closes the popover, not the sheet beneath it.
