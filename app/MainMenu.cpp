@@ -63,7 +63,12 @@ MainMenu::MainMenu(MainWindow *window, AppController *controller, QObject *paren
     connect(ui->menuHideHelper, &QAction::triggered, this, &MainMenu::hideApplication);
     connect(ui->menuHideOthers, &QAction::triggered, this, &MainMenu::hideOtherApplications);
     connect(ui->menuShowAll, &QAction::triggered, this, &MainMenu::unhideAllApplications);
-    connect(ui->menuQuit, &QAction::triggered, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    connect(ui->menuQuit, &QAction::triggered, this, [this] {
+        if (terminate)
+            terminate();
+        else
+            QCoreApplication::quit();
+    }, Qt::QueuedConnection);
 
     connect(ui->menuCopy, &QAction::triggered, this, &MainMenu::copy);
     connect(ui->menuSelectAll, &QAction::triggered, this, &MainMenu::selectAll);

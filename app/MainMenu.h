@@ -4,6 +4,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
+
 class AppController;
 class ConsoleFindBar;
 class MainWindow;
@@ -22,6 +24,9 @@ public:
     MainMenu(MainWindow *window, AppController *controller, QObject *parent = nullptr);
 
     ConsoleFindBar *findBar() const { return m_findBar; }
+
+    // What Quit does; the application's plain quit when empty.
+    std::function<void()> terminate;
 
     // Application menu. Hiding minimises: on window systems without a hidden
     // state that is the one way the user can still bring the windows back.

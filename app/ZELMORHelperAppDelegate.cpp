@@ -25,11 +25,27 @@ namespace {
 // The two first-launch sheets end only through their own buttons, like a
 // sheet without a cancel button: Escape and the window's close button do
 // nothing, so "First Launch" and "Initialization" are cleared only by OK.
+// Quitting the application takes them down with it, their settings as they
+// are.
 class Sheet : public QDialog
 {
 public:
-    using QDialog::QDialog;
+    Sheet(ZELMORHelperAppDelegate *delegate, QWidget *parent) : QDialog(parent), m_delegate(delegate)
+    {
+    }
     void reject() override {}
+
+protected:
+    void closeEvent(QCloseEvent *event) override
+    {
+        if (m_delegate && m_delegate->isTerminating())
+            QWidget::closeEvent(event);
+        else
+            QDialog::closeEvent(event);
+    }
+
+private:
+    QPointer<ZELMORHelperAppDelegate> m_delegate;
 };
 
 ZELMORHelperAppDelegate::FolderChooser &folderChooser()
@@ -230,6 +246,15 @@ void ZELMORHelperAppDelegate::applicationDidFinishLaunching()
     markMenus();
 }
 
+void ZELMORHelperAppDelegate::terminate()
+{
+    // Qt ends the run only once every window agreed to close; the sheets
+    // agree while this runs.
+    m_terminating = true;
+    QCoreApplication::quit();
+    m_terminating = false;
+}
+
 void ZELMORHelperAppDelegate::applicationWillTerminate()
 {
     quitStatusbarAppIfAsked(statusbarAppIdentifier());
@@ -237,7 +262,7 @@ void ZELMORHelperAppDelegate::applicationWillTerminate()
 
 void ZELMORHelperAppDelegate::loadFirstLaunchWindow()
 {
-    auto *sheet = new Sheet(window);
+    auto *sheet = new Sheet(this, window);
     Ui::firstLaunch ui;
     ui.setupUi(sheet);
     firstTitle = ui.firstTitle;
@@ -298,7 +323,7 @@ void ZELMORHelperAppDelegate::endSheet(QPointer<QDialog> &sheet)
 
 void ZELMORHelperAppDelegate::loadWizardWindow()
 {
-    auto *sheet = new Sheet(window);
+    auto *sheet = new Sheet(this, window);
     Ui::wizard ui;
     ui.setupUi(sheet);
     wizardTitle = ui.wizardTitle;

@@ -57,6 +57,10 @@ public:
     void awakeFromNib();
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
+    // The platform's terminate action (Quit): ends the run even while a
+    // first-launch sheet is open, leaving its setting as it is.
+    void terminate();
+    bool isTerminating() const { return m_terminating; }
     bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
 
     // --- First launch and initialization ------------------------------------
@@ -126,6 +130,7 @@ public:
     QString inipathStr;
 
 private:
+    bool m_terminating = false;
     void loadFirstLaunchWindow();
     void markMenus();
     static QString chooserStart(const QString &key, const QString &appended);

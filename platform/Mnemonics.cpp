@@ -4,17 +4,26 @@
 
 namespace Mnemonics {
 
+namespace {
+// A '&' before a letter or digit marks a mnemonic; "&&" is one literal '&',
+// and so is a '&' before anything else ("Find & Replace").
+bool marksAt(const QString &label, qsizetype i)
+{
+    return label.at(i) == QLatin1Char('&') && i + 1 < label.size()
+           && label.at(i + 1).isLetterOrNumber();
+}
+} // namespace
+
 QString strip(const QString &label)
 {
     QString plain;
     plain.reserve(label.size());
     for (qsizetype i = 0; i < label.size(); ++i) {
-        if (label.at(i) == QLatin1Char('&')) {
-            if (i + 1 < label.size() && label.at(i + 1) == QLatin1Char('&'))
-                ++i; // "&&" is one literal '&'
-            else
-                continue;
-        }
+        if (label.at(i) == QLatin1Char('&') && i + 1 < label.size()
+            && label.at(i + 1) == QLatin1Char('&'))
+            ++i;
+        else if (marksAt(label, i))
+            continue;
         plain.append(label.at(i));
     }
     return plain;
@@ -32,13 +41,10 @@ QString escaped(const QString &plain)
 QChar markedLetter(const QString &label)
 {
     for (qsizetype i = 0; i + 1 < label.size(); ++i) {
-        if (label.at(i) != QLatin1Char('&'))
-            continue;
-        if (label.at(i + 1) == QLatin1Char('&')) {
+        if (label.at(i) == QLatin1Char('&') && label.at(i + 1) == QLatin1Char('&'))
             ++i;
-            continue;
-        }
-        return label.at(i + 1).toCaseFolded();
+        else if (marksAt(label, i))
+            return label.at(i + 1).toCaseFolded();
     }
     return QChar();
 }

@@ -12,8 +12,9 @@ namespace Mnemonics {
 // The labels with one '&' each before a letter or digit that no earlier
 // label of the group took (case-insensitive), preferring the first letter of
 // a word; a label without a free letter stays without a mnemonic. A '&'
-// already in a label marks its mnemonic again, so applying this to its own
-// result changes nothing; a literal '&' stays "&&".
+// before a letter or digit marks a label's mnemonic already, so applying this
+// to its own result changes nothing; any other '&' is literal and becomes
+// "&&".
 QStringList assign(const QStringList &labels);
 
 // The label as shown and as accessibility reads it: mnemonic marks removed,

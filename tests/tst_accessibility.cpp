@@ -8,6 +8,7 @@
 #include "companions/statusbar/StatusbarCompanion.h"
 #include "platform/Bundle.h"
 #include "platform/Contrast.h"
+#include "platform/Mnemonics.h"
 #include "settings/LoginAgent.h"
 #include "settings/PrefsController.h"
 #include "settings/SettingsKeys.h"
@@ -22,11 +23,13 @@
 #include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QTimer>
 
 #include <functional>
 
@@ -108,7 +111,8 @@ QList<QWidget *> controlsOf(QWidget *window)
     for (QWidget *w : window->findChildren<QWidget *>()) {
         if (w->window() == window && w->isVisible()
             && (qobject_cast<QAbstractButton *>(w) || qobject_cast<QLineEdit *>(w)
-                || qobject_cast<QComboBox *>(w) || qobject_cast<QAbstractItemView *>(w)))
+                || qobject_cast<QComboBox *>(w)
+                || (qobject_cast<QAbstractItemView *>(w) && !qobject_cast<QHeaderView *>(w))))
             controls.append(w);
     }
     return controls;
@@ -429,7 +433,191 @@ private slots:
         }
     }
 
+
+    // --- Keyboard alone ----------------------------------------------------
+
+    // Tab reaches every control of every window, the preferences' page
+    // buttons included.
+    void tabReachesEveryControl_data()
+    {
+        QTest::addColumn<Window>("window");
+        QTest::newRow("main window with find bar") << Main;
+        QTest::newRow("preferences, Paths") << PrefsPaths;
+        QTest::newRow("preferences, Switches") << PrefsSwitches;
+        QTest::newRow("first-launch sheet") << FirstLaunchSheet;
+        QTest::newRow("wizard sheet") << WizardSheet;
+        QTest::newRow("alert") << Alert;
+        QTest::newRow("installer") << Installer;
+    }
+    void tabReachesEveryControl()
+    {
+        QFETCH(Window, window);
+        QWidget *w = open(window);
+        QVERIFY(activate(w));
+        const QList<QWidget *> controls = controlsOf(w);
+        QSet<QWidget *> reached;
+        for (int i = 0; i < 4 * controls.size() + 4; ++i) {
+            QWidget *focus = QApplication::focusWidget();
+            QVERIFY(focus);
+            reached.insert(focus);
+            QTest::keyClick(focus, Qt::Key_Tab);
+        }
+        QStringList missed;
+        for (QWidget *control : controls) {
+            // A button of a line edit (clear) belongs to its field.
+            if (!reached.contains(control) && !qobject_cast<QLineEdit *>(control->parentWidget()))
+                missed << control->metaObject()->className() + (" " + control->objectName());
+        }
+        QVERIFY2(missed.isEmpty(), qPrintable(missed.join(", ")));
+    }
+
+    // The Switches page and a switch on it, with keys alone, two ways.
+    void switchesPageByKeyboard_data()
+    {
+        QTest::addColumn<bool>("turnPage"); // Ctrl+Page Down, or Tab to the page button
+        QTest::newRow("Ctrl+Page Down") << true;
+        QTest::newRow("Tab and Space") << false;
+    }
+    void switchesPageByKeyboard()
+    {
+        QFETCH(bool, turnPage);
+        QWidget *w = open(PrefsPaths);
+        QVERIFY(activate(w));
+        PrefsController *prefs = m_shell->prefsController();
+        if (turnPage) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
+        } else {
+            QWidget *pageButton = nullptr;
+            for (int i = 0; i < 20 && !pageButton; ++i) {
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+                auto *b = qobject_cast<QAbstractButton *>(QApplication::focusWidget());
+                if (b && b->text() == "Switches")
+                    pageButton = b;
+            }
+            QVERIFY(pageButton);
+            QTest::keyClick(pageButton, Qt::Key_Space);
+        }
+        QTRY_VERIFY(prefs->switchView->isVisible() && !prefs->pathsView->isVisible());
+        QWidget *box = nullptr;
+        for (int i = 0; i < 20 && box != prefs->enableLogCheckBox; ++i) {
+            box = QApplication::focusWidget();
+            if (box != prefs->enableLogCheckBox)
+                QTest::keyClick(box, Qt::Key_Tab);
+        }
+        QCOMPARE(box, prefs->enableLogCheckBox);
+        QTest::keyClick(box, Qt::Key_Space);
+        QCOMPARE(store().objectForKey(SettingsKeys::Log), QVariant(1));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+        QVERIFY(prefs->pathsView->isVisible() && !prefs->switchView->isVisible());
+    }
+
+    void escapeCloses_data()
+    {
+        QTest::addColumn<Window>("window");
+        QTest::newRow("preferences") << PrefsPaths;
+        QTest::newRow("about window") << About;
+        QTest::newRow("installer") << Installer;
+    }
+    void escapeCloses()
+    {
+        QFETCH(Window, window);
+        QWidget *w = open(window);
+        QVERIFY(activate(w));
+        if (window == PrefsPaths) {
+            // An open popover goes first.
+            m_shell->prefsController()->helpButton->click();
+            QVERIFY(m_shell->prefsController()->popover->isShown());
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+            QVERIFY(!m_shell->prefsController()->popover->isShown());
+            QVERIFY(w->isVisible());
+        }
+        QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : w, Qt::Key_Escape);
+        QVERIFY(!w->isVisible());
+    }
+
+    // Preferences and Find answer their keys in every window.
+    void applicationShortcutsWorkEverywhere()
+    {
+        QWidget *about = open(About);
+        QVERIFY(activate(about));
+        QTest::keyClick(about, Qt::Key_Comma, Qt::ControlModifier);
+        QVERIFY(m_shell->prefsController() && m_shell->prefsController()->window()->isVisible());
+        QWidget *prefs = m_shell->prefsController()->window();
+        QVERIFY(activate(prefs));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(m_shell->menu()->findBar()->isVisible());
+        QTRY_COMPARE(QApplication::activeWindow(), m_shell->window());
+        QCOMPARE(QApplication::focusWidget(), m_shell->menu()->findBar()->findField());
+    }
+
+    void mnemonics_data()
+    {
+        QTest::addColumn<QStringList>("labels");
+        QTest::addColumn<QStringList>("marked");
+        QTest::newRow("word starts first")
+            << QStringList{"Hide ZELMOR Helper", "Hide Others", "Show All"}
+            << QStringList{"&Hide ZELMOR Helper", "Hide &Others", "&Show All"};
+        QTest::newRow("then any free letter")
+            << QStringList{"Select", "Select", "OK"} << QStringList{"&Select", "S&elect", "&OK"};
+        QTest::newRow("case-insensitive, digits count")
+            << QStringList{"a", "A", "1 a"} << QStringList{"&a", "A", "&1 a"};
+        QTest::newRow("kept marks reserve their letter")
+            << QStringList{"Copy", "&Close"} << QStringList{"C&opy", "&Close"};
+        QTest::newRow("literal ampersand, no letter left")
+            << QStringList{"Find & Replace", "?"} << QStringList{"&Find && Replace", "?"};
+        QTest::newRow("translated") << QStringList{"Bearbeiten", "Fenster", "Über ZELMOR Helper"}
+                                    << QStringList{"&Bearbeiten", "&Fenster", "&Über ZELMOR Helper"};
+    }
+    void mnemonics()
+    {
+        QFETCH(QStringList, labels);
+        QFETCH(QStringList, marked);
+        QCOMPARE(Mnemonics::assign(labels), marked);
+        QCOMPARE(Mnemonics::assign(marked), marked); // applying again changes nothing
+        for (int i = 0; i < labels.size(); ++i)
+            QCOMPARE(Mnemonics::strip(marked.at(i)), Mnemonics::strip(labels.at(i)));
+    }
+
+    // Last, since they run the application to its end: Quit answers while a
+    // first-launch sheet is open and leaves that sheet's setting as it was,
+    // so the sequence comes back at the next start.
+    void quitWhileASheetIsOpen_data()
+    {
+        QTest::addColumn<Window>("window");
+        QTest::addColumn<QString>("key");
+        QTest::newRow("first-launch sheet") << FirstLaunchSheet << SettingsKeys::FirstLaunch;
+        QTest::newRow("wizard sheet") << WizardSheet << SettingsKeys::Initialization;
+    }
+    void quitWhileASheetIsOpen()
+    {
+        QFETCH(Window, window);
+        QFETCH(QString, key);
+        QWidget *sheet = open(window);
+        QVERIFY(sheet && sheet->isVisible());
+        const QVariant before = store().persisted().value(key);
+        QTimer guard;
+        guard.setSingleShot(true);
+        connect(&guard, &QTimer::timeout, qApp, [] { QCoreApplication::exit(1); });
+        guard.start(20000);
+        QTimer::singleShot(0, sheet, [this, sheet] {
+            QVERIFY(activate(sheet));
+            QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : sheet,
+                            Qt::Key_Q, Qt::ControlModifier);
+        });
+        QCOMPARE(QApplication::exec(), 0);
+        guard.stop();
+        QCOMPARE(store().intValue(key), 1);
+        QCOMPARE(store().persisted().value(key), before);
+    }
+
 private:
+    bool activate(QWidget *w)
+    {
+        w->raise();
+        w->activateWindow();
+        return QTest::qWaitForWindowActive(w);
+    }
+
     QString agentFolder() const { return TestSupport::homeDir() + "/.config/autostart"; }
 
     void startShell(int firstLaunch)
