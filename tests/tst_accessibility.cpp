@@ -68,6 +68,7 @@ bool needsName(QAccessible::Role role)
     case QAccessible::Dialog:
     case QAccessible::Window:
     case QAccessible::AlertMessage:
+    case QAccessible::HelpBalloon:
         return true;
     default:
         return false;
@@ -128,6 +129,7 @@ enum Window {
     Alert,
     Installer,
     StatusbarMenu,
+    WizardHint, // the popover of the first-launch sheet
 };
 
 QPalette palette(const QColor &window, const QColor &base, const QColor &text)
@@ -154,7 +156,12 @@ private slots:
     void initTestCase()
     {
         QAccessible::setActive(true);
-        Bundle::setMainBundlePath(TestSupport::buildBundleDir());
+        // A bundle with the status-bar companion's Info.plist only: the
+        // login agent can be named, and no companion is ever started.
+        const QString info = "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app/Contents/Info.plist";
+        TestSupport::writeFile(m_bundle.path() + info,
+                               TestSupport::readFile(TestSupport::buildBundleDir() + info));
+        Bundle::setMainBundlePath(m_bundle.path());
         store().registerApplicationDefaults(Bundle::mainBundlePath());
         PrefsController::setFolderChooser([this](QWidget *, PrefsController::Chooser which,
                                                  std::function<void(std::optional<QString>)>) {
@@ -173,6 +180,7 @@ private slots:
         store().setObject(SettingsKeys::FirstLaunch, 0);
         m_prefsChoosers.clear();
         m_wizardChoosers = 0;
+        m_wizardHints = 0;
         QDir(agentFolder()).removeRecursively();
         QDir().mkpath(agentFolder());
     }
@@ -199,6 +207,7 @@ private slots:
         QTest::newRow("alert") << Alert;
         QTest::newRow("installer") << Installer;
         QTest::newRow("status-bar menu") << StatusbarMenu;
+        QTest::newRow("wizard hint") << WizardHint;
     }
     void everyControlIsNamed()
     {
@@ -352,6 +361,9 @@ private slots:
         QTest::newRow("wizard help") << WizardSheet << "wizardHelpButton" << std::function([](T *t) {
             return t->m_shell->delegate()->iniPopover->isShown();
         });
+        QTest::newRow("wizard hint") << WizardHint << "" << std::function([](T *t) {
+            return t->m_wizardHints == 1;
+        });
         QTest::newRow("wizard OK") << WizardSheet << "wizardOKButton" << std::function([](T *) {
             return store().objectForKey(SettingsKeys::Initialization) == QVariant(0);
         });
@@ -371,17 +383,20 @@ private slots:
         QFETCH(QString, button);
         QFETCH(Acted, acted);
         QWidget *w = open(window);
-        QAbstractButton *target = nullptr;
+        QWidget *target = button.isEmpty() ? w : nullptr;
         for (QWidget *control : controlsOf(w)) {
             auto *b = qobject_cast<QAbstractButton *>(control);
             if (b && (b->objectName() == button || b->text().remove('&') == button))
                 target = b;
         }
         QVERIFY(target);
+        if (window == WizardHint)
+            connect(static_cast<Popover *>(target), &Popover::clicked, this, [this] { ++m_wizardHints; });
         QAccessibleActionInterface *actions = accessible(target)->actionInterface();
         QVERIFY(actions);
         // What a click is for a button that stays pressed is a Toggle.
-        const QString action = target->isCheckable() ? QAccessibleActionInterface::toggleAction()
+        auto *b = qobject_cast<QAbstractButton *>(target);
+        const QString action = b && b->isCheckable() ? QAccessibleActionInterface::toggleAction()
                                                      : QAccessibleActionInterface::pressAction();
         QVERIFY(actions->actionNames().contains(action));
         QVERIFY(!acted(this));
@@ -679,6 +694,9 @@ private:
                 return nullptr;
             return m_installer.get();
         }
+        case WizardHint:
+            startShell(1);
+            return m_shell->delegate()->tryWizardPopover;
         case StatusbarMenu:
             m_companion = std::make_unique<StatusbarCompanion>(
                 "org.zelmor.test.a11y", Bundle::mainBundlePath(), StatusbarOptions{false, true});
@@ -696,7 +714,9 @@ private:
     QList<PrefsController::Chooser> m_prefsChoosers;
     int m_wizardChoosers = 0;
     int m_installerChecks = 0;
+    int m_wizardHints = 0;
     QTemporaryDir m_emptyDir;
+    QTemporaryDir m_bundle;
 };
 
 ZELMOR_TEST_MAIN(TestAccessibility)

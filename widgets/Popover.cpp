@@ -1,5 +1,7 @@
 #include "widgets/Popover.h"
 
+#include "widgets/AccessibleRoles.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -48,6 +50,7 @@ QRect popoverGeometry(const QRect &anchor, const QSize &size, Popover::Edge edge
 
 Popover::Popover(QWidget *parent) : QFrame(parent)
 {
+    AccessibleRoles::install();
     // A tool window keeps it above its parent without a taskbar entry, and
     // not activating it leaves the keyboard with the sheet below.
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint);
