@@ -3,17 +3,22 @@
 #include "BuildConfig.h"
 #include "platform/Bundle.h"
 #include "ui_About.h"
+#include "widgets/AccessibleRoles.h"
 #include "widgets/Popover.h"
 
 #include <QApplication>
+#include <QShortcut>
 #include <QTimer>
 
 AboutController::AboutController(QWidget *parentWindow, QObject *parent)
     : QObject(parent), m_ui(std::make_unique<Ui::About>())
 {
+    AccessibleRoles::install();
     auto *window = new QWidget(parentWindow, Qt::Window);
     m_ui->setupUi(window);
     m_window = window;
+    auto *closeWindow = new QShortcut(QKeySequence(Qt::Key_Escape), window);
+    connect(closeWindow, &QShortcut::activated, window, &QWidget::close);
     creator = m_ui->creator;
     m_popoverMe = m_ui->popoverMe;
 

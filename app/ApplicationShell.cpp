@@ -57,6 +57,7 @@ void ApplicationShell::start()
     m_controller = new AppController(m_window.get());
     m_delegate = new ZELMORHelperAppDelegate(m_window.get());
     m_menu = new MainMenu(m_window.get(), m_controller);
+    m_menu->terminate = [this] { m_delegate->terminate(); };
     m_controller->openPreferencesWindow = [this] {
         if (!m_prefs)
             m_prefs = new PrefsController(m_window.get(), m_controller);

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QBoxLayout>
+#include <QDialog>
 #include <QLineEdit>
 #include <QTextEdit>
 
@@ -62,11 +63,31 @@ MainMenu::MainMenu(MainWindow *window, AppController *controller, QObject *paren
     connect(ui->menuHideHelper, &QAction::triggered, this, &MainMenu::hideApplication);
     connect(ui->menuHideOthers, &QAction::triggered, this, &MainMenu::hideOtherApplications);
     connect(ui->menuShowAll, &QAction::triggered, this, &MainMenu::unhideAllApplications);
-    connect(ui->menuQuit, &QAction::triggered, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    connect(ui->menuQuit, &QAction::triggered, this, [this] {
+        if (terminate)
+            terminate();
+        else
+            QCoreApplication::quit();
+    }, Qt::QueuedConnection);
 
     connect(ui->menuCopy, &QAction::triggered, this, &MainMenu::copy);
     connect(ui->menuSelectAll, &QAction::triggered, this, &MainMenu::selectAll);
-    connect(ui->menuFind, &QAction::triggered, m_findBar, &ConsoleFindBar::showFindBar);
+    // Quitting, the preferences and finding answer their keys in every window
+    // of the application; the modal ones (sheets, alerts, choosers) carry
+    // Quit themselves, since a window they block cannot answer for them.
+    for (QAction *everywhere : {ui->menuQuit, ui->menuPrefs, ui->menuFind})
+        everywhere->setShortcutContext(Qt::ApplicationShortcut);
+    m_quit = ui->menuQuit;
+    qApp->installEventFilter(this);
+
+    connect(ui->menuFind, &QAction::triggered, this, [this] {
+        // From another window, the search goes to the main window's console.
+        if (m_window && QApplication::activeWindow() != m_window) {
+            m_window->raise();
+            m_window->activateWindow();
+        }
+        m_findBar->showFindBar();
+    });
     connect(ui->menuFindNext, &QAction::triggered, m_findBar, &ConsoleFindBar::findNext);
     connect(ui->menuFindPre, &QAction::triggered, m_findBar, &ConsoleFindBar::findPrevious);
     connect(ui->menuFindSelect, &QAction::triggered, m_findBar, &ConsoleFindBar::useSelectionForFind);
@@ -80,6 +101,16 @@ MainMenu::MainMenu(MainWindow *window, AppController *controller, QObject *paren
     // No window system here lets one application hide the others.
     ui->menuHideOthers->setEnabled(false);
 #endif
+}
+
+bool MainMenu::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Show && m_quit) {
+        auto *dialog = qobject_cast<QDialog *>(watched);
+        if (dialog && dialog->isWindow() && !dialog->actions().contains(m_quit))
+            dialog->addAction(m_quit);
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void MainMenu::hideApplication()

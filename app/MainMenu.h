@@ -4,9 +4,12 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
+
 class AppController;
 class ConsoleFindBar;
 class MainWindow;
+class QAction;
 class QPlainTextEdit;
 class QWidget;
 
@@ -21,6 +24,9 @@ public:
     MainMenu(MainWindow *window, AppController *controller, QObject *parent = nullptr);
 
     ConsoleFindBar *findBar() const { return m_findBar; }
+
+    // What Quit does; the application's plain quit when empty.
+    std::function<void()> terminate;
 
     // Application menu. Hiding minimises: on window systems without a hidden
     // state that is the one way the user can still bring the windows back.
@@ -38,6 +44,9 @@ public:
     void performZoom();
     void arrangeInFront();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     QWidget *keyWindow() const;
     QWidget *textTarget() const;
@@ -45,5 +54,6 @@ private:
     MainWindow *m_window;
     QPlainTextEdit *m_console = nullptr;
     ConsoleFindBar *m_findBar = nullptr;
+    QPointer<QAction> m_quit;
     QList<QPointer<QWidget>> m_hidden;
 };

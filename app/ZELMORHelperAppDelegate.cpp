@@ -3,14 +3,17 @@
 #include "BuildConfig.h"
 #include "platform/Bundle.h"
 #include "platform/CompanionChannel.h"
+#include "platform/Mnemonics.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "ui_firstLaunch.h"
 #include "ui_MainWindow.h"
 #include "ui_wizard.h"
+#include "widgets/FolderChoice.h"
 #include "widgets/Popover.h"
 #include "workflow/MainWindow.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QMenu>
 #include <QToolButton>
@@ -22,11 +25,27 @@ namespace {
 // The two first-launch sheets end only through their own buttons, like a
 // sheet without a cancel button: Escape and the window's close button do
 // nothing, so "First Launch" and "Initialization" are cleared only by OK.
+// Quitting the application takes them down with it, their settings as they
+// are.
 class Sheet : public QDialog
 {
 public:
-    using QDialog::QDialog;
+    Sheet(ZELMORHelperAppDelegate *delegate, QWidget *parent) : QDialog(parent), m_delegate(delegate)
+    {
+    }
     void reject() override {}
+
+protected:
+    void closeEvent(QCloseEvent *event) override
+    {
+        if (m_delegate && m_delegate->isTerminating())
+            QWidget::closeEvent(event);
+        else
+            QDialog::closeEvent(event);
+    }
+
+private:
+    QPointer<ZELMORHelperAppDelegate> m_delegate;
 };
 
 ZELMORHelperAppDelegate::FolderChooser &folderChooser()
@@ -37,10 +56,10 @@ ZELMORHelperAppDelegate::FolderChooser &folderChooser()
 
 // Window-modal, so the sheet and the main window stay responsive to
 // everything but input while the user browses.
-void chooseFolderWithDialog(QWidget *parent, const QString &prompt,
+void chooseFolderWithDialog(QWidget *parent, const QString &prompt, const QString &start,
                             std::function<void(const QString &)> done)
 {
-    auto *dialog = new QFileDialog(parent);
+    auto *dialog = new QFileDialog(parent, QString(), start);
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
     dialog->setLabelText(QFileDialog::Accept, prompt);
@@ -58,6 +77,19 @@ void setTitle(T *item, const QString &title)
     // An outlet that is not connected (a sheet not loaded yet) is skipped.
     if (item)
         item->setText(title);
+}
+
+// Mnemonics go on after the titles, so every language gets its own letters.
+void markMenu(QMenu *menu)
+{
+    if (!menu)
+        return;
+    QList<QAction *> items;
+    for (QAction *action : menu->actions()) {
+        if (!action->isSeparator())
+            items.append(action);
+    }
+    Mnemonics::applyTo(items);
 }
 
 } // namespace
@@ -180,6 +212,21 @@ void ZELMORHelperAppDelegate::awakeFromNib()
     setTitle(wizardOKButton.data(), tr("OK"));
     setTitle(wizardBrowseWorkspaceButton.data(), tr("Select"));
     setTitle(wizardBrowseOutputButton.data(), tr("Select"));
+
+    markMenus();
+    Mnemonics::applyTo(QList<QAbstractButton *>{tryWizardButton.data(), firstOKButton.data()});
+    Mnemonics::applyTo(QList<QAbstractButton *>{wizardBrowseWorkspaceButton.data(),
+                                                wizardBrowseOutputButton.data(),
+                                                wizardOKButton.data()});
+}
+
+void ZELMORHelperAppDelegate::markMenus()
+{
+    Mnemonics::applyTo(QList<QAction *>{MenuAppName, MenuEdit, MenuWindow});
+    markMenu(menuAppName);
+    markMenu(menuEdit);
+    markMenu(menuFindDir ? menuFindDir->menu() : nullptr);
+    markMenu(menuWindow);
 }
 
 void ZELMORHelperAppDelegate::applicationDidFinishLaunching()
@@ -196,6 +243,16 @@ void ZELMORHelperAppDelegate::applicationDidFinishLaunching()
     setTitle(MenuAppName, tr("ZELMOR Helper"));
     if (menuAppName)
         menuAppName->setTitle(tr("ZELMOR Helper"));
+    markMenus();
+}
+
+void ZELMORHelperAppDelegate::terminate()
+{
+    // Qt ends the run only once every window agreed to close; the sheets
+    // agree while this runs.
+    m_terminating = true;
+    QCoreApplication::quit();
+    m_terminating = false;
 }
 
 void ZELMORHelperAppDelegate::applicationWillTerminate()
@@ -205,7 +262,7 @@ void ZELMORHelperAppDelegate::applicationWillTerminate()
 
 void ZELMORHelperAppDelegate::loadFirstLaunchWindow()
 {
-    auto *sheet = new Sheet(window);
+    auto *sheet = new Sheet(this, window);
     Ui::firstLaunch ui;
     ui.setupUi(sheet);
     firstTitle = ui.firstTitle;
@@ -266,7 +323,7 @@ void ZELMORHelperAppDelegate::endSheet(QPointer<QDialog> &sheet)
 
 void ZELMORHelperAppDelegate::loadWizardWindow()
 {
-    auto *sheet = new Sheet(window);
+    auto *sheet = new Sheet(this, window);
     Ui::wizard ui;
     ui.setupUi(sheet);
     wizardTitle = ui.wizardTitle;
@@ -300,7 +357,7 @@ void ZELMORHelperAppDelegate::wizard()
     wizardWindow->open();
 }
 
-void ZELMORHelperAppDelegate::inichooseFolder(std::function<void()> then)
+void ZELMORHelperAppDelegate::inichooseFolder(std::function<void()> then, const QString &start)
 {
     inipathStr.clear();
     QWidget *parent = wizardWindow ? static_cast<QWidget *>(wizardWindow.data()) : window;
@@ -318,13 +375,21 @@ void ZELMORHelperAppDelegate::inichooseFolder(std::function<void()> then)
     if (folderChooser())
         folderChooser()(parent, tr("Select"), done);
     else
-        chooseFolderWithDialog(parent, tr("Select"), done);
+        chooseFolderWithDialog(parent, tr("Select"), start.isEmpty() ? QDir::homePath() : start,
+                               done);
 }
 
 void ZELMORHelperAppDelegate::iniHelp(QWidget *sender)
 {
     if (iniPopover)
         iniPopover->showRelativeToRect(sender ? sender->rect() : QRect(), sender, Popover::MinXEdge);
+}
+
+QString ZELMORHelperAppDelegate::chooserStart(const QString &key, const QString &appended)
+{
+    // Where choosing again would give back what is stored.
+    return FolderChoice::startFolder(SettingsStore::standard().stringValue(key), appended,
+                                     QDir::homePath(), FolderChoice::isExistingFolder);
 }
 
 void ZELMORHelperAppDelegate::iniWorkspaceBrowse()
@@ -335,7 +400,7 @@ void ZELMORHelperAppDelegate::iniWorkspaceBrowse()
         SettingsStore::standard().setObject(SettingsKeys::Workspace, inipathStr);
         if (iniWorkSpaceText)
             iniWorkSpaceText->setText(inipathStr);
-    });
+    }, chooserStart(SettingsKeys::Workspace, QStringLiteral("/ZELMOR")));
 }
 
 void ZELMORHelperAppDelegate::iniOutputBrowse()
@@ -347,7 +412,7 @@ void ZELMORHelperAppDelegate::iniOutputBrowse()
         SettingsStore::standard().setObject(SettingsKeys::Output, output);
         if (iniOutputText)
             iniOutputText->setText(output);
-    });
+    }, chooserStart(SettingsKeys::Output, QStringLiteral("/ZELMOR/Output")));
 }
 
 void ZELMORHelperAppDelegate::finIni()

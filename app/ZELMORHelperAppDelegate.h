@@ -57,6 +57,10 @@ public:
     void awakeFromNib();
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
+    // The platform's terminate action (Quit): ends the run even while a
+    // first-launch sheet is open, leaving its setting as it is.
+    void terminate();
+    bool isTerminating() const { return m_terminating; }
     bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
 
     // --- First launch and initialization ------------------------------------
@@ -65,9 +69,10 @@ public:
     void closeFirstLaunch();
     void alertDidEndForFirstLaunch(int returnCode);
     void wizard();
-    // Asks for a parent folder; inipathStr is "<folder>/ZELMOR", or empty
-    // when cancelled. then() runs once the user has answered.
-    void inichooseFolder(std::function<void()> then);
+    // Asks for a parent folder, opening at `start` (home when empty);
+    // inipathStr is "<folder>/ZELMOR", or empty when cancelled. then() runs
+    // once the user has answered.
+    void inichooseFolder(std::function<void()> then, const QString &start = QString());
     void iniHelp(QWidget *sender);
     void iniWorkspaceBrowse();
     void iniOutputBrowse();
@@ -125,7 +130,10 @@ public:
     QString inipathStr;
 
 private:
+    bool m_terminating = false;
     void loadFirstLaunchWindow();
+    void markMenus();
+    static QString chooserStart(const QString &key, const QString &appended);
     void loadWizardWindow();
     static void endSheet(QPointer<QDialog> &sheet);
 };

@@ -3,19 +3,27 @@
 #include "ui_Preferences.h"
 
 #include "platform/Bundle.h"
+#include "platform/Mnemonics.h"
 #include "platform/Relaunch.h"
 #include "settings/LoginAgent.h"
 #include "settings/PathRules.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "widgets/AlertSheet.h"
+#include "widgets/FolderChoice.h"
 #include "widgets/Popover.h"
 
+#include <QActionGroup>
+#include <QDir>
 #include <QFileDialog>
+#include <QKeySequence>
+#include <QLineEdit>
+#include <QShortcut>
 #include <QLabel>
 #include <QMainWindow>
 #include <QProcess>
 #include <QTimer>
+#include <QToolBar>
 #include <QUrl>
 
 namespace {
@@ -27,10 +35,11 @@ PrefsController::FolderChooser &folderChooserHook()
 }
 
 // The folder chooser of the preferences window: folders only, new folders
-// allowed, shown as a sheet. It answers with the folder it is showing, not
-// an entry highlighted inside it, so "choose the parent folder" works the
-// way the help text says.
-void openFolderPanel(QWidget *window, PrefsController::Chooser,
+// allowed, shown as a sheet, opened at `start`. It answers with the folder it
+// is showing, not an entry highlighted inside it, so "choose the parent
+// folder" works the way the help text says; a folder path the user typed
+// counts as shown, since a native panel goes there before it can end.
+void openFolderPanel(QWidget *window, const QString &start,
                      std::function<void(std::optional<QString>)> done)
 {
     auto *panel = new QFileDialog(window);
@@ -40,6 +49,7 @@ void openFolderPanel(QWidget *window, PrefsController::Chooser,
     // report only the folder they started in, not the one they show.
     panel->setOption(QFileDialog::DontUseNativeDialog, true);
     panel->setLabelText(QFileDialog::Accept, PrefsController::tr("Select"));
+    panel->setDirectory(start);
     QObject::connect(panel, &QDialog::finished, panel, [panel, done](int result) {
         panel->deleteLater();
         if (result != QDialog::Accepted) {
@@ -47,10 +57,14 @@ void openFolderPanel(QWidget *window, PrefsController::Chooser,
             return;
         }
         const QUrl shown = panel->directoryUrl();
-        if (!shown.isLocalFile() || shown.toLocalFile().isEmpty())
+        if (!shown.isLocalFile() || shown.toLocalFile().isEmpty()) {
             done(std::nullopt);
-        else
-            done(shown.toLocalFile());
+            return;
+        }
+        // The name field has no accessor of its own; Qt names it.
+        auto *nameField = panel->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        done(FolderChoice::shownFolder(shown.toLocalFile(), nameField ? nameField->text() : QString(),
+                                       QDir::homePath(), FolderChoice::isExistingFolder));
     });
     panel->open();
 }
@@ -93,21 +107,48 @@ PrefsController::PrefsController(QWidget *mainWindow, QObject *parent)
     popover = m_ui->popover;
     pathsPopMessage = m_ui->pathsPopMessage;
 
+    // The page buttons show which page is up, take the keyboard focus like
+    // any other control, and Ctrl+Page Up / Page Down turn the pages.
+    auto *pages = new QActionGroup(prefsWindow);
+    for (QAction *page : {toolbarPaths, toolbarSwitch}) {
+        page->setCheckable(true);
+        pages->addAction(page);
+        if (QWidget *button = m_ui->toolbar->widgetForAction(page))
+            button->setFocusPolicy(Qt::StrongFocus);
+    }
+    // An accessibility Toggle checks the page's action without triggering
+    // it; either way the page follows.
+    connect(toolbarPaths, &QAction::toggled, this, [this](bool on) {
+        if (on)
+            pathViewButton();
+    });
+    connect(toolbarSwitch, &QAction::toggled, this, [this](bool on) {
+        if (on)
+            switchViewButton();
+    });
     connect(toolbarPaths, &QAction::triggered, this, &PrefsController::pathViewButton);
     connect(toolbarSwitch, &QAction::triggered, this, &PrefsController::switchViewButton);
+    auto *previousPage = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageUp), prefsWindow);
+    connect(previousPage, &QShortcut::activated, this, [this] { turnToPage(toolbarPaths, pathsView); });
+    auto *nextPage = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageDown), prefsWindow);
+    connect(nextPage, &QShortcut::activated, this, [this] { turnToPage(toolbarSwitch, switchView); });
+    auto *closeWindow = new QShortcut(QKeySequence(Qt::Key_Escape), prefsWindow);
+    connect(closeWindow, &QShortcut::activated, prefsWindow, &QWidget::close);
     connect(helpButton, &QPushButton::clicked, this, &PrefsController::askforHelp);
     // User edits only: filling the fields in code must not persist a value
-    // that is still only a registered default.
+    // that is still only a registered default. The check boxes listen to
+    // `toggled`, which a click and an accessibility Toggle both send;
+    // filling the window blocks it.
     connect(rootText, &QLineEdit::textEdited, this, [this] { controlTextDidChange(rootText); });
     connect(outputText, &QLineEdit::textEdited, this, [this] { controlTextDidChange(outputText); });
-    connect(defaultToZELMORCheckbox, &QCheckBox::clicked, this,
+    connect(defaultToZELMORCheckbox, &QCheckBox::toggled, this,
             &PrefsController::defaultToZELMORCheckBox);
     connect(browserRootButton, &QPushButton::clicked, this, &PrefsController::browserRoot);
     connect(browserOutputButton, &QPushButton::clicked, this, &PrefsController::browserOutput);
-    connect(enableLogCheckBox, &QCheckBox::clicked, this, &PrefsController::logCheckBox);
-    connect(openquitWithHelperCheckBox, &QCheckBox::clicked, this,
+    connect(enableLogCheckBox, &QCheckBox::toggled, this, &PrefsController::logCheckBox);
+    connect(openquitWithHelperCheckBox, &QCheckBox::toggled, this,
             &PrefsController::openquitWithHelper);
-    connect(enableStartup, &QCheckBox::clicked, this, &PrefsController::enableStartupFunction);
+    connect(enableStartup, &QCheckBox::toggled, this, &PrefsController::enableStartupFunction);
     connect(switchResetWarnings, &QPushButton::clicked, this, &PrefsController::resetWarnings);
     connect(switchResetAll, &QPushButton::clicked, this, &PrefsController::resetAll);
 
@@ -142,6 +183,16 @@ void PrefsController::awakeFromNib()
     enableLogCheckBox->setText(tr("Enable Log"));
     enableStartup->setText(tr("Enable ZELMOR Helper Statusbar App Statup at Login"));
     openquitWithHelperCheckBox->setText(tr("Quit statusbar app with ZELMOR Helper"));
+    Mnemonics::applyTo(QList<QAbstractButton *>{browserRootButton, browserOutputButton,
+                                                defaultToZELMORCheckbox, enableLogCheckBox,
+                                                enableStartup, openquitWithHelperCheckBox,
+                                                switchResetWarnings, switchResetAll});
+
+    // What the window shows of the settings is not a change of them.
+    const QSignalBlocker blockDefaultName(defaultToZELMORCheckbox);
+    const QSignalBlocker blockLog(enableLogCheckBox);
+    const QSignalBlocker blockQuit(openquitWithHelperCheckBox);
+    const QSignalBlocker blockStartup(enableStartup);
 
     auto &store = SettingsStore::standard();
     rootDirectory = store.stringValue(SettingsKeys::Workspace);
@@ -185,12 +236,27 @@ void PrefsController::pathViewButton()
 {
     pathsView->show();
     switchView->hide();
+    toolbarPaths->setChecked(true);
 }
 
 void PrefsController::switchViewButton()
 {
     pathsView->hide();
     switchView->show();
+    toolbarSwitch->setChecked(true);
+}
+
+void PrefsController::turnToPage(QAction *page, QWidget *view)
+{
+    page->trigger();
+    // The keyboard goes along to the page, to its first control.
+    for (QWidget *w = view->nextInFocusChain(); w && w != view; w = w->nextInFocusChain()) {
+        if (view->isAncestorOf(w) && w->isVisible() && w->isEnabled()
+            && (w->focusPolicy() & Qt::TabFocus)) {
+            w->setFocus(Qt::TabFocusReason);
+            return;
+        }
+    }
 }
 
 void PrefsController::controlTextDidChange(QLineEdit *field)
@@ -241,6 +307,15 @@ void PrefsController::openFolderChooser(Chooser which)
     // Read at the click: what counts is the switch as it was when the user
     // asked for the chooser, not when the chooser ends.
     const int defaultName = SettingsStore::standard().intValue(SettingsKeys::DefaultNameZELMOR);
+    // It opens where choosing again would give back what is stored.
+    const bool workspace = which == Chooser::Workspace;
+    const QString stored = SettingsStore::standard().stringValue(
+        workspace ? SettingsKeys::Workspace : SettingsKeys::Output);
+    const QString appended = defaultName != 1 ? QString()
+                             : workspace      ? QStringLiteral("/ZELMOR")
+                                              : QStringLiteral("/ZELMOR/Output");
+    const QString start = FolderChoice::startFolder(stored, appended, QDir::homePath(),
+                                                    FolderChoice::isExistingFolder);
     QPointer<PrefsController> self(this);
     auto done = [self, which, defaultName](const std::optional<QString> &folder) {
         if (self)
@@ -249,7 +324,7 @@ void PrefsController::openFolderChooser(Chooser which)
     if (folderChooserHook())
         folderChooserHook()(prefsWindow, which, done);
     else
-        openFolderPanel(prefsWindow, which, done);
+        openFolderPanel(prefsWindow, start, done);
 }
 
 void PrefsController::folderChooserDidEnd(Chooser which, int defaultName,

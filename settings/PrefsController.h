@@ -112,6 +112,7 @@ public:
 
 private:
     void awakeFromNib();
+    void turnToPage(QAction *page, QWidget *view);
     void openFolderChooser(Chooser which);
     void folderChooserDidEnd(Chooser which, int defaultName, const std::optional<QString> &folder);
     QString settingChangedText() const;

@@ -1,5 +1,6 @@
 #include "widgets/AlertSheet.h"
 
+#include <QLabel>
 #include <QPushButton>
 
 namespace {
@@ -13,6 +14,11 @@ QList<QPointer<AlertSheet>> &registry()
 AlertSheet::AlertSheet(QWidget *parent) : QMessageBox(parent)
 {
     setIcon(QMessageBox::Warning);
+    // The icon says what kind of alert this is; a screen reader says it too.
+    for (QLabel *label : findChildren<QLabel *>()) {
+        if (!label->pixmap().isNull())
+            label->setAccessibleName(tr("Warning"));
+    }
     setWindowModality(Qt::WindowModal);
     setAttribute(Qt::WA_DeleteOnClose, false);
     connect(this, &QMessageBox::buttonClicked, this,

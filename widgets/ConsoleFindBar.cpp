@@ -46,6 +46,9 @@ ConsoleFindBar::ConsoleFindBar(QPlainTextEdit *console, QWidget *parent)
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     m_field->setPlaceholderText(tr("Find"));
+    m_field->setAccessibleName(tr("Find"));
+    m_previous->setAccessibleName(tr("Find Previous"));
+    m_next->setAccessibleName(tr("Find Next"));
     m_field->setClearButtonEnabled(true);
     m_previous->setArrowType(Qt::LeftArrow);
     m_previous->setToolTip(tr("Find Previous"));

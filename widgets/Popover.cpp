@@ -1,5 +1,7 @@
 #include "widgets/Popover.h"
 
+#include "widgets/AccessibleRoles.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -48,6 +50,7 @@ QRect popoverGeometry(const QRect &anchor, const QSize &size, Popover::Edge edge
 
 Popover::Popover(QWidget *parent) : QFrame(parent)
 {
+    AccessibleRoles::install();
     // A tool window keeps it above its parent without a taskbar entry, and
     // not activating it leaves the keyboard with the sheet below.
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint);
@@ -108,6 +111,11 @@ bool Popover::eventFilter(QObject *watched, QEvent *event)
             hide();
     } else if (event->type() == QEvent::Hide && m_view && watched == m_view->window()) {
         hide();
+    } else if (event->type() == QEvent::ShortcutOverride
+               && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape && isVisible()) {
+        // Claimed before any window's Escape shortcut can take it.
+        event->accept();
+        return true;
     } else if (event->type() == QEvent::KeyPress
                && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape && isVisible()) {
         // Escape first closes the popover, not the sheet beneath it.

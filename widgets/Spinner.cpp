@@ -1,5 +1,8 @@
 #include "widgets/Spinner.h"
 
+#include "widgets/AccessibleRoles.h"
+
+#include <QAccessible>
 #include <QPainter>
 
 namespace {
@@ -7,8 +10,20 @@ constexpr int Spokes = 12;
 constexpr int StepMs = 80; // one turn a second, roughly
 } // namespace
 
+namespace {
+// A screen reader says "busy" while the spinner turns.
+void announceBusy(Spinner *spinner)
+{
+    QAccessible::State changed;
+    changed.busy = true;
+    QAccessibleStateChangeEvent event(spinner, changed);
+    QAccessible::updateAccessibility(&event);
+}
+} // namespace
+
 Spinner::Spinner(QWidget *parent) : QWidget(parent)
 {
+    AccessibleRoles::install();
     setFixedSize(16, 16);
     m_timer.setInterval(StepMs);
     connect(&m_timer, &QTimer::timeout, this, [this] {
@@ -24,6 +39,7 @@ void Spinner::startAnimation()
     m_animating = true;
     m_timer.start();
     update();
+    announceBusy(this);
 }
 
 void Spinner::stopAnimation()
@@ -33,6 +49,7 @@ void Spinner::stopAnimation()
     m_animating = false;
     m_timer.stop();
     update();
+    announceBusy(this);
 }
 
 void Spinner::paintEvent(QPaintEvent *)

@@ -1,16 +1,34 @@
 #include "companions/installer/InstallerWindow.h"
 
 #include "companions/installer/InstallCommands.h"
+#include "platform/Contrast.h"
+#include "platform/Mnemonics.h"
 #include "ui_Installer.h"
 
+#include <QAccessibleWidget>
 #include <QClipboard>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QEvent>
 #include <QHeaderView>
+#include <QShortcut>
 #include <QThread>
 
 using ComponentChecks::Component;
 using ComponentChecks::Result;
+
+namespace {
+
+// The window is a plain widget; to assistive technology it is the
+// application's window, not a filler pane.
+QAccessibleInterface *accessibleWindow(const QString &className, QObject *object)
+{
+    if (className == QLatin1String("InstallerWindow"))
+        return new QAccessibleWidget(static_cast<QWidget *>(object), QAccessible::Window);
+    return nullptr;
+}
+
+} // namespace
 
 InstallerWindow::InstallerWindow(ComponentChecks::Platform platform, QString searchPath,
                                  QString cmakeProgram, QWidget *parent)
@@ -20,7 +38,16 @@ InstallerWindow::InstallerWindow(ComponentChecks::Platform platform, QString sea
       m_searchPath(std::move(searchPath)),
       m_cmakeProgram(std::move(cmakeProgram))
 {
+    static const bool roleInstalled = [] {
+        QAccessible::installFactory(accessibleWindow);
+        return true;
+    }();
+    Q_UNUSED(roleInstalled)
     m_ui->setupUi(this);
+    Mnemonics::applyTo(QList<QAbstractButton *>{m_ui->copyButton, m_ui->checkAgainButton,
+                                                m_ui->closeButton});
+    auto *closeWindow = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    connect(closeWindow, &QShortcut::activated, this, &QWidget::close);
     m_ui->commandText->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_ui->componentTable->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_ui->componentTable->horizontalHeader()->setStretchLastSection(true);
@@ -84,6 +111,18 @@ void InstallerWindow::copyCommand()
         QGuiApplication::clipboard()->setText(installCommand());
 }
 
+void InstallerWindow::changeEvent(QEvent *event)
+{
+    // A switch between light and dark appearance recolours what is missing.
+    if (event->type() == QEvent::PaletteChange && !isChecking()) {
+        for (int row = 0; row < m_results.size() && row < m_ui->componentTable->rowCount(); ++row) {
+            if (QTableWidgetItem *item = m_ui->componentTable->item(row, 1); item && !m_results.at(row).found)
+                item->setForeground(Contrast::warningText(m_ui->componentTable->palette()));
+        }
+    }
+    QWidget::changeEvent(event);
+}
+
 void InstallerWindow::showChecking()
 {
     m_ui->checkAgainButton->setEnabled(false);
@@ -114,7 +153,7 @@ void InstallerWindow::showResults(const QList<Result> &results)
             status = tr("Found, version %1").arg(result.version);
         auto *statusItem = new QTableWidgetItem(status);
         if (!result.found)
-            statusItem->setForeground(QColor(0xc0, 0x20, 0x20));
+            statusItem->setForeground(Contrast::warningText(m_ui->componentTable->palette()));
         m_ui->componentTable->setItem(
             row, 0, new QTableWidgetItem(ComponentChecks::displayName(result.component)));
         m_ui->componentTable->setItem(row, 1, statusItem);

@@ -38,6 +38,9 @@ public:
 signals:
     void checksFinished();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     void showChecking();
     void showResults(const QList<ComponentChecks::Result> &results);

@@ -16,6 +16,8 @@ StatusbarCompanion::StatusbarCompanion(QString identifier, QString mainBundle,
       m_channel(std::move(identifier)),
       m_menu(std::make_unique<QMenu>())
 {
+    // Screen readers announce the menu by this name when the tray opens it.
+    m_menu->setAccessibleName(tr("ZELMOR Helper"));
     m_statusAction = m_menu->addAction(QString());
     m_statusAction->setEnabled(false);
     m_statusSeparator = m_menu->addSeparator();

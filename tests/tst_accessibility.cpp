@@ -1,0 +1,723 @@
+#include "TestSupport.h"
+
+#include "app/AboutController.h"
+#include "app/ApplicationShell.h"
+#include "app/MainMenu.h"
+#include "app/ZELMORHelperAppDelegate.h"
+#include "companions/installer/InstallerWindow.h"
+#include "companions/statusbar/StatusbarCompanion.h"
+#include "platform/Bundle.h"
+#include "platform/Contrast.h"
+#include "platform/Mnemonics.h"
+#include "settings/LoginAgent.h"
+#include "settings/PrefsController.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "ui_MainWindow.h"
+#include "widgets/AlertSheet.h"
+#include "widgets/ConsoleFindBar.h"
+#include "widgets/Popover.h"
+#include "workflow/AppController.h"
+#include "workflow/MainWindow.h"
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTimer>
+
+#include <functional>
+
+// What assistive technology (screen readers, voice control, switch access)
+// finds in every window, through Qt's own accessibility interface.
+
+namespace {
+
+SettingsStore &store()
+{
+    return SettingsStore::standard();
+}
+
+// Roles a user operates or reads; each needs a name to be told apart.
+bool needsName(QAccessible::Role role)
+{
+    switch (role) {
+    case QAccessible::PushButton:
+    case QAccessible::CheckBox:
+    case QAccessible::RadioButton:
+    case QAccessible::ComboBox:
+    case QAccessible::EditableText:
+    case QAccessible::ProgressBar:
+    case QAccessible::Slider:
+    case QAccessible::SpinBox:
+    case QAccessible::Table:
+    case QAccessible::List:
+    case QAccessible::Tree:
+    case QAccessible::MenuItem:
+    case QAccessible::ButtonMenu:
+    case QAccessible::ButtonDropDown:
+    case QAccessible::PageTab:
+    case QAccessible::Link:
+    case QAccessible::Graphic:
+    case QAccessible::PopupMenu:
+    case QAccessible::Dialog:
+    case QAccessible::Window:
+    case QAccessible::AlertMessage:
+    case QAccessible::HelpBalloon:
+        return true;
+    default:
+        return false;
+    }
+}
+
+struct Walk
+{
+    int named = 0;
+    QStringList unnamed;
+};
+
+void walk(QAccessibleInterface *iface, Walk &result)
+{
+    if (!iface || !iface->isValid() || iface->state().invisible)
+        return;
+    if (needsName(iface->role())) {
+        if (iface->text(QAccessible::Name).trimmed().isEmpty()) {
+            const QObject *object = iface->object();
+            result.unnamed << QStringLiteral("%1 %2 (role %3)")
+                                  .arg(object ? object->metaObject()->className() : "item",
+                                       object ? object->objectName() : QString())
+                                  .arg(int(iface->role()), 0, 16);
+        } else {
+            ++result.named;
+        }
+    }
+    for (int i = 0; i < iface->childCount(); ++i)
+        walk(iface->child(i), result);
+}
+
+QAccessibleInterface *accessible(QObject *object)
+{
+    return QAccessible::queryAccessibleInterface(object);
+}
+
+// Every interactive control a window offers, as tests see them.
+QList<QWidget *> controlsOf(QWidget *window)
+{
+    QList<QWidget *> controls;
+    for (QWidget *w : window->findChildren<QWidget *>()) {
+        if (w->window() == window && w->isVisible()
+            && (qobject_cast<QAbstractButton *>(w) || qobject_cast<QLineEdit *>(w)
+                || qobject_cast<QComboBox *>(w)
+                || (qobject_cast<QAbstractItemView *>(w) && !qobject_cast<QHeaderView *>(w))))
+            controls.append(w);
+    }
+    return controls;
+}
+
+enum Window {
+    Main,
+    PrefsPaths,
+    PrefsSwitches,
+    FirstLaunchSheet,
+    WizardSheet,
+    About,
+    Alert,
+    Installer,
+    StatusbarMenu,
+    WizardHint, // the popover of the first-launch sheet
+};
+
+QPalette palette(const QColor &window, const QColor &base, const QColor &text)
+{
+    QPalette p(window);
+    p.setColor(QPalette::Base, base);
+    p.setColor(QPalette::Text, text);
+    return p;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Window)
+
+class TestAccessibility;
+using Acted = std::function<bool(TestAccessibility *)>;
+Q_DECLARE_METATYPE(Acted)
+
+class TestAccessibility : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QAccessible::setActive(true);
+        // A bundle with the status-bar companion's Info.plist only: the
+        // login agent can be named, and no companion is ever started.
+        const QString info = "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app/Contents/Info.plist";
+        TestSupport::writeFile(m_bundle.path() + info,
+                               TestSupport::readFile(TestSupport::buildBundleDir() + info));
+        Bundle::setMainBundlePath(m_bundle.path());
+        store().registerApplicationDefaults(Bundle::mainBundlePath());
+        PrefsController::setFolderChooser([this](QWidget *, PrefsController::Chooser which,
+                                                 std::function<void(std::optional<QString>)>) {
+            m_prefsChoosers.append(which);
+        });
+        ZELMORHelperAppDelegate::setFolderChooser(
+            [this](QWidget *, const QString &, std::function<void(const QString &)> done) {
+                ++m_wizardChoosers;
+                done(QString());
+            });
+    }
+
+    void init()
+    {
+        store().persisted().removeDomain();
+        store().setObject(SettingsKeys::FirstLaunch, 0);
+        m_prefsChoosers.clear();
+        m_wizardChoosers = 0;
+        m_wizardHints = 0;
+        QDir(agentFolder()).removeRecursively();
+        QDir().mkpath(agentFolder());
+    }
+
+    void cleanup()
+    {
+        delete m_alert;
+        m_installer.reset();
+        m_companion.reset();
+        m_shell.reset();
+    }
+
+    // Every control of every window can be told apart by its name, and no
+    // window presents itself as a filler pane.
+    void everyControlIsNamed_data()
+    {
+        QTest::addColumn<Window>("window");
+        QTest::newRow("main window with find bar") << Main;
+        QTest::newRow("preferences, Paths") << PrefsPaths;
+        QTest::newRow("preferences, Switches") << PrefsSwitches;
+        QTest::newRow("first-launch sheet") << FirstLaunchSheet;
+        QTest::newRow("wizard sheet") << WizardSheet;
+        QTest::newRow("about window") << About;
+        QTest::newRow("alert") << Alert;
+        QTest::newRow("installer") << Installer;
+        QTest::newRow("status-bar menu") << StatusbarMenu;
+        QTest::newRow("wizard hint") << WizardHint;
+    }
+    void everyControlIsNamed()
+    {
+        QFETCH(Window, window);
+        QWidget *w = open(window);
+        QVERIFY(w && w->isVisible());
+        QAccessibleInterface *iface = accessible(w);
+        QVERIFY(iface);
+        QVERIFY2(iface->role() != QAccessible::Client && iface->role() != QAccessible::Pane,
+                 qPrintable(QString::number(iface->role(), 16)));
+        Walk result;
+        walk(iface, result);
+        QVERIFY2(result.unnamed.isEmpty(), qPrintable(result.unnamed.join(", ")));
+        qInfo("%d named controls", result.named);
+        QVERIFY(result.named > 0);
+    }
+
+    // The two choosers of a window are told apart by what they choose.
+    void selectButtonsSayWhatTheyChoose_data()
+    {
+        QTest::addColumn<Window>("window");
+        QTest::newRow("preferences") << PrefsPaths;
+        QTest::newRow("wizard") << WizardSheet;
+    }
+    void selectButtonsSayWhatTheyChoose()
+    {
+        QFETCH(Window, window);
+        QWidget *w = open(window);
+        QStringList names;
+        for (QWidget *control : controlsOf(w)) {
+            auto *button = qobject_cast<QPushButton *>(control);
+            if (button && button->text().remove('&') == "Select")
+                names << accessible(button)->text(QAccessible::Name);
+        }
+        QCOMPARE(names.size(), 2);
+        QVERIFY(names.at(0) != names.at(1));
+        for (const QString &name : names)
+            QVERIFY2(name.startsWith("Select "), qPrintable(name)); // what is seen is what is said
+    }
+
+    void pathFieldsAreNamedByTheirLabels_data()
+    {
+        QTest::addColumn<Window>("window");
+        QTest::newRow("preferences") << PrefsPaths;
+        QTest::newRow("wizard") << WizardSheet;
+    }
+    void pathFieldsAreNamedByTheirLabels()
+    {
+        QFETCH(Window, window);
+        QWidget *w = open(window);
+        QStringList names;
+        for (QLineEdit *field : w->findChildren<QLineEdit *>())
+            names << accessible(field)->text(QAccessible::Name);
+        names.sort();
+        QCOMPARE(names, (QStringList{"Output", "Workspace"}));
+    }
+
+    // An accessibility Toggle stores what a click stores, check box by check
+    // box, both ways.
+    void toggleStoresWhatAClickStores_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::newRow("default name") << "defaultToZELMORCheckbox";
+        QTest::newRow("log") << "enableLogCheckBox";
+        QTest::newRow("login agent") << "enableStartup";
+        QTest::newRow("quit companion") << "openquitWithHelperCheckBox";
+    }
+    void toggleStoresWhatAClickStores()
+    {
+        QFETCH(QString, box);
+        store().setObject(SettingsKeys::DefaultNameZELMOR, 0);
+        const QVariantMap before = store().persisted().values();
+        QList<QVariantMap> byClick, byToggle;
+        QList<bool> agentByClick, agentByToggle;
+        for (bool viaAccessibility : {false, true}) {
+            store().persisted().removeDomain();
+            for (auto it = before.begin(); it != before.end(); ++it)
+                store().setObject(it.key(), it.value());
+            LoginAgent::uninstall();
+            PrefsController prefs(nullptr);
+            auto *check = prefs.window()->findChild<QCheckBox *>(box);
+            QVERIFY(check);
+            for (int turn = 0; turn < 2; ++turn) {
+                if (viaAccessibility) {
+                    QAccessibleActionInterface *actions = accessible(check)->actionInterface();
+                    QVERIFY(actions);
+                    QVERIFY(actions->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+                    actions->doAction(QAccessibleActionInterface::toggleAction());
+                } else {
+                    check->click();
+                }
+                (viaAccessibility ? byToggle : byClick).append(store().persisted().values());
+                (viaAccessibility ? agentByToggle : agentByClick).append(LoginAgent::isInstalled());
+            }
+        }
+        QCOMPARE(byToggle, byClick);
+        QCOMPARE(agentByToggle, agentByClick);
+        // Something was stored or written: the comparison is not of nothing.
+        QVERIFY(byClick.first() != before || agentByClick.first());
+    }
+
+    // Filling the window sets the boxes and stores or writes nothing: a
+    // hand-made agent file stays as it is.
+    void fillingTheWindowChangesNothing()
+    {
+        store().setObject(SettingsKeys::Log, 1);
+        store().setObject(SettingsKeys::QuitStatusbarApp, 1);
+        store().setObject(SettingsKeys::DefaultNameZELMOR, 0);
+        TestSupport::writeFile(LoginAgent::agentFilePath(), "made by hand\n");
+        const QVariantMap before = store().persisted().values();
+        PrefsController prefs(nullptr);
+        QVERIFY(prefs.enableLogCheckBox->isChecked() && prefs.enableStartup->isChecked());
+        QCOMPARE(store().persisted().values(), before);
+        QCOMPARE(TestSupport::readFile(LoginAgent::agentFilePath()), QByteArray("made by hand\n"));
+    }
+
+    // Press does what a click does, button by button.
+    void pressActs_data()
+    {
+        QTest::addColumn<Window>("window");
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<Acted>("acted");
+        using T = TestAccessibility;
+        QTest::newRow("Perform") << Main << "buttonPerform" << std::function([](T *t) {
+            return !t->m_shell->controller()->outputField->toPlainText().isEmpty();
+        });
+        QTest::newRow("find bar, Done") << Main << "Done" << std::function([](T *t) {
+            return !t->m_shell->menu()->findBar()->isVisible();
+        });
+        QTest::newRow("Select workspace") << PrefsPaths << "browserRootButton" << std::function([](T *t) {
+            return t->m_prefsChoosers == QList{PrefsController::Chooser::Workspace};
+        });
+        QTest::newRow("Select output") << PrefsPaths << "browserOutputButton" << std::function([](T *t) {
+            return t->m_prefsChoosers == QList{PrefsController::Chooser::Output};
+        });
+        QTest::newRow("help") << PrefsPaths << "helpButton" << std::function([](T *t) {
+            return t->m_shell->prefsController()->popover->isShown();
+        });
+        QTest::newRow("Switches page") << PrefsPaths << "Switches" << std::function([](T *t) {
+            return t->m_shell->prefsController()->switchView->isVisible();
+        });
+        QTest::newRow("Reset Warnings") << PrefsSwitches << "switchResetWarnings" << std::function([](T *) {
+            return store().objectForKey(SettingsKeys::FirstLaunch) == QVariant(QString("1"));
+        });
+        QTest::newRow("first-launch OK") << FirstLaunchSheet << "firstOKButton" << std::function([](T *) {
+            return store().intValue(SettingsKeys::FirstLaunch) == 0;
+        });
+        QTest::newRow("wizard Select") << WizardSheet << "wizardBrowseOutputButton" << std::function([](T *t) {
+            return t->m_wizardChoosers == 1;
+        });
+        QTest::newRow("wizard help") << WizardSheet << "wizardHelpButton" << std::function([](T *t) {
+            return t->m_shell->delegate()->iniPopover->isShown();
+        });
+        QTest::newRow("wizard hint") << WizardHint << "" << std::function([](T *t) {
+            return t->m_wizardHints == 1;
+        });
+        QTest::newRow("wizard OK") << WizardSheet << "wizardOKButton" << std::function([](T *) {
+            return store().objectForKey(SettingsKeys::Initialization) == QVariant(0);
+        });
+        QTest::newRow("alert, second button") << Alert << "Replace" << std::function([](T *t) {
+            return t->m_alertAnswer == AlertSheet::FirstButtonReturn + 1;
+        });
+        QTest::newRow("installer, Check Again") << Installer << "checkAgainButton" << std::function([](T *t) {
+            return t->m_installerChecks == 2;
+        });
+        QTest::newRow("installer, Close") << Installer << "closeButton" << std::function([](T *t) {
+            return !t->m_installer->isVisible();
+        });
+    }
+    void pressActs()
+    {
+        QFETCH(Window, window);
+        QFETCH(QString, button);
+        QFETCH(Acted, acted);
+        QWidget *w = open(window);
+        QWidget *target = button.isEmpty() ? w : nullptr;
+        for (QWidget *control : controlsOf(w)) {
+            auto *b = qobject_cast<QAbstractButton *>(control);
+            if (b && (b->objectName() == button || b->text().remove('&') == button))
+                target = b;
+        }
+        QVERIFY(target);
+        if (window == WizardHint)
+            connect(static_cast<Popover *>(target), &Popover::clicked, this, [this] { ++m_wizardHints; });
+        QAccessibleActionInterface *actions = accessible(target)->actionInterface();
+        QVERIFY(actions);
+        // What a click is for a button that stays pressed is a Toggle.
+        auto *b = qobject_cast<QAbstractButton *>(target);
+        const QString action = b && b->isCheckable() ? QAccessibleActionInterface::toggleAction()
+                                                     : QAccessibleActionInterface::pressAction();
+        QVERIFY(actions->actionNames().contains(action));
+        QVERIFY(!acted(this));
+        actions->doAction(action);
+        QTRY_VERIFY(acted(this));
+    }
+
+    // "Missing" and anything else coloured stays readable on light and dark
+    // palettes alike.
+    void warningTextIsReadable_data()
+    {
+        QTest::addColumn<QPalette>("palette");
+        QTest::newRow("light") << palette(QColor(0xef, 0xef, 0xef), Qt::white, Qt::black);
+        QTest::newRow("dark") << palette(QColor(0x2d, 0x2d, 0x2d), QColor(0x1e, 0x1e, 0x1e),
+                                         QColor(0xee, 0xee, 0xee));
+        QTest::newRow("mid grey") << palette(Qt::gray, QColor(0x80, 0x80, 0x80), Qt::black);
+    }
+    void warningTextIsReadable()
+    {
+        QFETCH(QPalette, palette);
+        const QColor base = palette.color(QPalette::Base);
+        const QColor warning = Contrast::warningText(palette);
+        QVERIFY2(Contrast::ratio(warning, base) >= Contrast::MinimumTextRatio,
+                 qPrintable(warning.name() + " on " + base.name()));
+        QVERIFY(warning.red() > warning.green()); // still reads as a warning
+        QVERIFY(qFuzzyCompare(Contrast::ratio(Qt::black, Qt::white), 21.0));
+        QVERIFY(qFuzzyCompare(Contrast::ratio(Qt::white, Qt::white), 1.0));
+
+        // In the installer, with this palette and after a change back to
+        // the standard one.
+        QApplication::setPalette(palette);
+        QWidget *w = open(Installer);
+        QVERIFY(w);
+        auto *table = w->findChild<QTableWidget *>();
+        for (bool changed : {false, true}) {
+            if (changed)
+                QApplication::setPalette(QPalette());
+            int missing = 0;
+            for (int row = 0; row < table->rowCount(); ++row) {
+                QTableWidgetItem *status = table->item(row, 1);
+                if (status->text() != "Missing")
+                    continue;
+                ++missing;
+                QVERIFY(Contrast::ratio(status->foreground().color(),
+                                        table->palette().color(QPalette::Base))
+                        >= Contrast::MinimumTextRatio);
+            }
+            QVERIFY(missing > 0);
+        }
+    }
+
+
+    // --- Keyboard alone ----------------------------------------------------
+
+    // Tab reaches every control of every window, the preferences' page
+    // buttons included.
+    void tabReachesEveryControl_data()
+    {
+        QTest::addColumn<Window>("window");
+        QTest::newRow("main window with find bar") << Main;
+        QTest::newRow("preferences, Paths") << PrefsPaths;
+        QTest::newRow("preferences, Switches") << PrefsSwitches;
+        QTest::newRow("first-launch sheet") << FirstLaunchSheet;
+        QTest::newRow("wizard sheet") << WizardSheet;
+        QTest::newRow("alert") << Alert;
+        QTest::newRow("installer") << Installer;
+    }
+    void tabReachesEveryControl()
+    {
+        QFETCH(Window, window);
+        QWidget *w = open(window);
+        QVERIFY(activate(w));
+        const QList<QWidget *> controls = controlsOf(w);
+        QSet<QWidget *> reached;
+        for (int i = 0; i < 4 * controls.size() + 4; ++i) {
+            QWidget *focus = QApplication::focusWidget();
+            QVERIFY(focus);
+            reached.insert(focus);
+            QTest::keyClick(focus, Qt::Key_Tab);
+        }
+        QStringList missed;
+        for (QWidget *control : controls) {
+            // A button of a line edit (clear) belongs to its field.
+            if (!reached.contains(control) && !qobject_cast<QLineEdit *>(control->parentWidget()))
+                missed << control->metaObject()->className() + (" " + control->objectName());
+        }
+        QVERIFY2(missed.isEmpty(), qPrintable(missed.join(", ")));
+    }
+
+    // The Switches page and a switch on it, with keys alone, two ways.
+    void switchesPageByKeyboard_data()
+    {
+        QTest::addColumn<bool>("turnPage"); // Ctrl+Page Down, or Tab to the page button
+        QTest::newRow("Ctrl+Page Down") << true;
+        QTest::newRow("Tab and Space") << false;
+    }
+    void switchesPageByKeyboard()
+    {
+        QFETCH(bool, turnPage);
+        QWidget *w = open(PrefsPaths);
+        QVERIFY(activate(w));
+        PrefsController *prefs = m_shell->prefsController();
+        if (turnPage) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
+        } else {
+            QWidget *pageButton = nullptr;
+            for (int i = 0; i < 20 && !pageButton; ++i) {
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+                auto *b = qobject_cast<QAbstractButton *>(QApplication::focusWidget());
+                if (b && b->text() == "Switches")
+                    pageButton = b;
+            }
+            QVERIFY(pageButton);
+            QTest::keyClick(pageButton, Qt::Key_Space);
+        }
+        QTRY_VERIFY(prefs->switchView->isVisible() && !prefs->pathsView->isVisible());
+        QWidget *box = nullptr;
+        for (int i = 0; i < 20 && box != prefs->enableLogCheckBox; ++i) {
+            box = QApplication::focusWidget();
+            if (box != prefs->enableLogCheckBox)
+                QTest::keyClick(box, Qt::Key_Tab);
+        }
+        QCOMPARE(box, prefs->enableLogCheckBox);
+        QTest::keyClick(box, Qt::Key_Space);
+        QCOMPARE(store().objectForKey(SettingsKeys::Log), QVariant(1));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+        QVERIFY(prefs->pathsView->isVisible() && !prefs->switchView->isVisible());
+    }
+
+    void escapeCloses_data()
+    {
+        QTest::addColumn<Window>("window");
+        QTest::newRow("preferences") << PrefsPaths;
+        QTest::newRow("about window") << About;
+        QTest::newRow("installer") << Installer;
+    }
+    void escapeCloses()
+    {
+        QFETCH(Window, window);
+        QWidget *w = open(window);
+        QVERIFY(activate(w));
+        if (window == PrefsPaths) {
+            // An open popover goes first.
+            m_shell->prefsController()->helpButton->click();
+            QVERIFY(m_shell->prefsController()->popover->isShown());
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+            QVERIFY(!m_shell->prefsController()->popover->isShown());
+            QVERIFY(w->isVisible());
+        }
+        QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : w, Qt::Key_Escape);
+        QVERIFY(!w->isVisible());
+    }
+
+    // Preferences and Find answer their keys in every window.
+    void applicationShortcutsWorkEverywhere()
+    {
+        QWidget *about = open(About);
+        QVERIFY(activate(about));
+        QTest::keyClick(about, Qt::Key_Comma, Qt::ControlModifier);
+        QVERIFY(m_shell->prefsController() && m_shell->prefsController()->window()->isVisible());
+        QWidget *prefs = m_shell->prefsController()->window();
+        QVERIFY(activate(prefs));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(m_shell->menu()->findBar()->isVisible());
+        QTRY_COMPARE(QApplication::activeWindow(), m_shell->window());
+        QCOMPARE(QApplication::focusWidget(), m_shell->menu()->findBar()->findField());
+    }
+
+    void mnemonics_data()
+    {
+        QTest::addColumn<QStringList>("labels");
+        QTest::addColumn<QStringList>("marked");
+        QTest::newRow("word starts first")
+            << QStringList{"Hide ZELMOR Helper", "Hide Others", "Show All"}
+            << QStringList{"&Hide ZELMOR Helper", "Hide &Others", "&Show All"};
+        QTest::newRow("then any free letter")
+            << QStringList{"Select", "Select", "OK"} << QStringList{"&Select", "S&elect", "&OK"};
+        QTest::newRow("case-insensitive, digits count")
+            << QStringList{"a", "A", "1 a"} << QStringList{"&a", "A", "&1 a"};
+        QTest::newRow("kept marks reserve their letter")
+            << QStringList{"Copy", "&Close"} << QStringList{"C&opy", "&Close"};
+        QTest::newRow("literal ampersand, no letter left")
+            << QStringList{"Find & Replace", "?"} << QStringList{"&Find && Replace", "?"};
+        QTest::newRow("translated") << QStringList{"Bearbeiten", "Fenster", "Über ZELMOR Helper"}
+                                    << QStringList{"&Bearbeiten", "&Fenster", "&Über ZELMOR Helper"};
+    }
+    void mnemonics()
+    {
+        QFETCH(QStringList, labels);
+        QFETCH(QStringList, marked);
+        QCOMPARE(Mnemonics::assign(labels), marked);
+        QCOMPARE(Mnemonics::assign(marked), marked); // applying again changes nothing
+        for (int i = 0; i < labels.size(); ++i)
+            QCOMPARE(Mnemonics::strip(marked.at(i)), Mnemonics::strip(labels.at(i)));
+    }
+
+    // Last, since they run the application to its end: Quit answers while a
+    // first-launch sheet is open and leaves that sheet's setting as it was,
+    // so the sequence comes back at the next start.
+    void quitWhileASheetIsOpen_data()
+    {
+        QTest::addColumn<Window>("window");
+        QTest::addColumn<QString>("key");
+        QTest::newRow("first-launch sheet") << FirstLaunchSheet << SettingsKeys::FirstLaunch;
+        QTest::newRow("wizard sheet") << WizardSheet << SettingsKeys::Initialization;
+    }
+    void quitWhileASheetIsOpen()
+    {
+        QFETCH(Window, window);
+        QFETCH(QString, key);
+        QWidget *sheet = open(window);
+        QVERIFY(sheet && sheet->isVisible());
+        const QVariant before = store().persisted().value(key);
+        QTimer guard;
+        guard.setSingleShot(true);
+        connect(&guard, &QTimer::timeout, qApp, [] { QCoreApplication::exit(1); });
+        guard.start(20000);
+        QTimer::singleShot(0, sheet, [this, sheet] {
+            QVERIFY(activate(sheet));
+            QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : sheet,
+                            Qt::Key_Q, Qt::ControlModifier);
+        });
+        QCOMPARE(QApplication::exec(), 0);
+        guard.stop();
+        QCOMPARE(store().intValue(key), 1);
+        QCOMPARE(store().persisted().value(key), before);
+    }
+
+private:
+    bool activate(QWidget *w)
+    {
+        w->raise();
+        w->activateWindow();
+        return QTest::qWaitForWindowActive(w);
+    }
+
+    QString agentFolder() const { return TestSupport::homeDir() + "/.config/autostart"; }
+
+    void startShell(int firstLaunch)
+    {
+        store().setObject(SettingsKeys::FirstLaunch, firstLaunch);
+        m_shell = std::make_unique<ApplicationShell>();
+        m_shell->start();
+    }
+
+    QWidget *open(Window window)
+    {
+        switch (window) {
+        case Main: {
+            startShell(0);
+            Ui::MainWindow *ui = m_shell->window()->ui();
+            ui->popupSelection->setCurrentIndex(2); // an update, which finds nothing to update
+            ui->menuFind->trigger();
+            return m_shell->window();
+        }
+        case PrefsPaths:
+        case PrefsSwitches: {
+            startShell(0);
+            m_shell->window()->ui()->menuPrefs->trigger();
+            PrefsController *prefs = m_shell->prefsController();
+            if (window == PrefsSwitches)
+                prefs->toolbarSwitch->trigger();
+            return prefs->window();
+        }
+        case FirstLaunchSheet:
+            startShell(1);
+            return m_shell->delegate()->firstLaunchWindow;
+        case WizardSheet:
+            startShell(1);
+            m_shell->delegate()->closeFirstLaunch();
+            return m_shell->delegate()->wizardWindow;
+        case About:
+            startShell(0);
+            m_shell->window()->ui()->menuAbout->trigger();
+            return m_shell->aboutController()->window();
+        case Alert:
+            startShell(0);
+            m_alertAnswer = 0;
+            m_alert = new AlertSheet(m_shell->window());
+            m_alert->setMessageText("Notice");
+            m_alert->setInformativeText("Something is in the way.");
+            for (const char *title : {"Keep", "Replace", "Cancel"})
+                m_alert->addButtonWithTitle(title);
+            m_alert->beginSheet(m_shell->window(), [this](int answer) { m_alertAnswer = answer; });
+            return m_alert;
+        case Installer: {
+            // Nothing on the search path: every component is missing.
+            m_installer = std::make_unique<InstallerWindow>(ComponentChecks::Platform::Debian,
+                                                            m_emptyDir.path(), "/nonexistent/cmake");
+            m_installerChecks = 0;
+            connect(m_installer.get(), &InstallerWindow::checksFinished, this,
+                    [this] { ++m_installerChecks; });
+            m_installer->show();
+            if (!QTest::qWaitFor([this] { return m_installerChecks == 1; }, 20000))
+                return nullptr;
+            return m_installer.get();
+        }
+        case WizardHint:
+            startShell(1);
+            return m_shell->delegate()->tryWizardPopover;
+        case StatusbarMenu:
+            m_companion = std::make_unique<StatusbarCompanion>(
+                "org.zelmor.test.a11y", Bundle::mainBundlePath(), StatusbarOptions{false, true});
+            m_companion->menu()->popup(QPoint(10, 10));
+            return m_companion->menu();
+        }
+        return nullptr;
+    }
+
+    std::unique_ptr<ApplicationShell> m_shell;
+    std::unique_ptr<InstallerWindow> m_installer;
+    std::unique_ptr<StatusbarCompanion> m_companion;
+    QPointer<AlertSheet> m_alert;
+    int m_alertAnswer = 0;
+    QList<PrefsController::Chooser> m_prefsChoosers;
+    int m_wizardChoosers = 0;
+    int m_installerChecks = 0;
+    int m_wizardHints = 0;
+    QTemporaryDir m_emptyDir;
+    QTemporaryDir m_bundle;
+};
+
+ZELMOR_TEST_MAIN(TestAccessibility)
+#include "tst_accessibility.moc"

@@ -1,0 +1,83 @@
+#include "widgets/AccessibleRoles.h"
+
+#include "widgets/Popover.h"
+#include "widgets/Spinner.h"
+
+#include <QAccessibleWidget>
+#include <QLabel>
+
+namespace {
+
+class SpinnerAccessible : public QAccessibleWidget
+{
+public:
+    explicit SpinnerAccessible(Spinner *spinner) : QAccessibleWidget(spinner, QAccessible::ProgressBar)
+    {
+    }
+    QAccessible::State state() const override
+    {
+        QAccessible::State s = QAccessibleWidget::state();
+        s.busy = static_cast<Spinner *>(widget())->isAnimating();
+        return s;
+    }
+};
+
+// A popover is a help balloon named by what it says; it can be pressed like
+// a click on it (the wizard hint reacts).
+class PopoverAccessible : public QAccessibleWidget
+{
+public:
+    explicit PopoverAccessible(Popover *popover) : QAccessibleWidget(popover, QAccessible::HelpBalloon)
+    {
+    }
+    QString text(QAccessible::Text t) const override
+    {
+        QString text = QAccessibleWidget::text(t);
+        if (t == QAccessible::Name && text.isEmpty()) {
+            if (auto *label = widget()->findChild<QLabel *>())
+                text = label->text();
+        }
+        return text;
+    }
+    // Pressed, it says it was clicked, as a mouse click on it does.
+    QStringList actionNames() const override { return {pressAction()}; }
+    void doAction(const QString &actionName) override
+    {
+        if (actionName == pressAction())
+            emit popover()->clicked();
+    }
+
+private:
+    Popover *popover() const { return static_cast<Popover *>(widget()); }
+};
+
+QAccessibleInterface *factory(const QString &className, QObject *object)
+{
+    if (className == QLatin1String("Popover")) {
+        if (auto *popover = qobject_cast<Popover *>(object))
+            return new PopoverAccessible(popover);
+    } else if (className == QLatin1String("Spinner")) {
+        if (auto *spinner = qobject_cast<Spinner *>(object))
+            return new SpinnerAccessible(spinner);
+    } else if (className == QLatin1String("QWidget")) {
+        auto *widget = qobject_cast<QWidget *>(object);
+        if (widget && widget->isWindow())
+            return new QAccessibleWidget(widget, QAccessible::Window);
+    }
+    return nullptr;
+}
+
+} // namespace
+
+namespace AccessibleRoles {
+
+void install()
+{
+    static bool installed = false;
+    if (installed)
+        return;
+    installed = true;
+    QAccessible::installFactory(factory);
+}
+
+} // namespace AccessibleRoles
