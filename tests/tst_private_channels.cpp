@@ -181,7 +181,7 @@ private slots:
         QProcess second;
         QSignalSpy ended(&second, &QProcess::finished);
         second.start(mainProgram(), {});
-        QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 60000);
         QCOMPARE(second.exitStatus(), QProcess::NormalExit);
         QCOMPARE(second.exitCode(), 0);
         QCOMPARE(activations.count(), 1);
@@ -220,7 +220,7 @@ private slots:
         QCOMPARE(next.state(), QProcess::Running);
 
         terminate(next);
-        QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 60000);
         QCOMPARE(next.exitStatus(), QProcess::NormalExit);
         QCOMPARE(next.exitCode(), 0);
         QVERIFY(!QFileInfo::exists(socket));

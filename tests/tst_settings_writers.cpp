@@ -105,8 +105,8 @@ private slots:
             application.start(QCoreApplication::applicationFilePath(),
                               {"--set", domain, "app", QString::number(round)});
             tool.start(defaultsTool(), {"write", domain, "tool", "-int", QString::number(round)});
-            QVERIFY(application.waitForFinished(60000));
-            QVERIFY(tool.waitForFinished(60000));
+            QVERIFY(application.waitForFinished(180000));
+            QVERIFY(tool.waitForFinished(180000));
             QCOMPARE(application.exitCode(), 0);
             QVERIFY2(tool.exitCode() == 0, tool.readAllStandardError().constData());
             const QVariantMap values = store.persisted().values();

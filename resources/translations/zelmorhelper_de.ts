@@ -32,6 +32,20 @@
     </message>
 </context>
 <context>
+    <name>AlertSheet</name>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+</context>
+<context>
+    <name>AppCommandLine</name>
+    <message>
+        <source>Fetches, updates and compiles the sources of the ZELMOR emulator.</source>
+        <translation>Lädt, aktualisiert und kompiliert die Quelltexte des ZELMOR-Emulators.</translation>
+    </message>
+</context>
+<context>
     <name>AppController</name>
     <message>
         <source>Stop</source>
@@ -217,6 +231,25 @@
         <source>Checking for update of submodules</source>
         <translation>Suche nach Aktualisierungen der Submodule</translation>
     </message>
+    <message>
+        <source> holds more than submodule entries!</source>
+        <translation> enthält mehr als Submodul-Einträge!</translation>
+    </message>
+    <message>
+        <source> The modules are not registered in .git/config.</source>
+        <translation> Die Module werden nicht in .git/config eingetragen.</translation>
+    </message>
+    <message>
+        <source> is not a plain module URL!</source>
+        <translation> ist keine einfache Modul-URL!</translation>
+    </message>
+</context>
+<context>
+    <name>ApplicationShell</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
 </context>
 <context>
     <name>ComponentChecks</name>
@@ -306,6 +339,14 @@
         <source>Close</source>
         <translation>Schließen</translation>
     </message>
+    <message>
+        <source>Components</source>
+        <translation>Komponenten</translation>
+    </message>
+    <message>
+        <source>Install command</source>
+        <translation>Installationsbefehl</translation>
+    </message>
 </context>
 <context>
     <name>InstallerWindow</name>
@@ -336,6 +377,10 @@
     <message>
         <source>To install what is missing, run this in a terminal, then click Check Again:</source>
         <translation>Um das Fehlende zu installieren, führen Sie dies in einem Terminal aus und klicken Sie dann auf „Erneut prüfen“:</translation>
+    </message>
+    <message>
+        <source>Checks the tools ZELMOR Helper needs and shows the command that installs the missing ones.</source>
+        <translation>Prüft die Werkzeuge, die ZELMOR Helper braucht, und zeigt den Befehl, der die fehlenden installiert.</translation>
     </message>
 </context>
 <context>
@@ -488,6 +533,44 @@
         <source>Bring All to Front</source>
         <translation>Alle nach vorne bringen</translation>
     </message>
+    <message>
+        <source>Operation</source>
+        <translation>Vorgang</translation>
+    </message>
+    <message>
+        <source>Console</source>
+        <translation>Konsole</translation>
+    </message>
+    <message>
+        <source>Activity</source>
+        <translation>Aktivität</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+</context>
+<context>
+    <name>OperationNotice</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+</context>
+<context>
+    <name>Preferences</name>
+    <message>
+        <source>Select workspace folder</source>
+        <translation>Arbeitsordner auswählen</translation>
+    </message>
+    <message>
+        <source>Select output folder</source>
+        <translation>Ausgabeordner auswählen</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
 </context>
 <context>
     <name>PrefsController</name>
@@ -573,6 +656,13 @@
     </message>
 </context>
 <context>
+    <name>QCommandLineParser</name>
+    <message>
+        <source>Displays help on commandline options.</source>
+        <translation>Zeigt Hilfe zu den Befehlszeilenoptionen an.</translation>
+    </message>
+</context>
+<context>
     <name>StatusbarCompanion</name>
     <message>
         <source>Open ZELMOR Helper</source>
@@ -601,6 +691,18 @@
     <message>
         <source>Another instance is already running; exiting.</source>
         <translation>Eine andere Instanz läuft bereits; das Programm wird beendet.</translation>
+    </message>
+    <message>
+        <source>Shows the operation ZELMOR Helper is running in the system tray.</source>
+        <translation>Zeigt im Systembereich der Kontrollleiste, welchen Vorgang ZELMOR Helper gerade ausführt.</translation>
+    </message>
+    <message>
+        <source>How it was started; &quot;autoLaunched&quot; (at login) skips the greeting.</source>
+        <translation>Wie das Programm gestartet wurde; „autoLaunched“ (bei der Anmeldung) überspringt die Begrüßung.</translation>
+    </message>
+    <message>
+        <source>Run without a tray icon (sessions without a tray).</source>
+        <translation>Ohne Symbol im Systembereich laufen (für Sitzungen ohne Systembereich).</translation>
     </message>
 </context>
 <context>
@@ -786,6 +888,14 @@
     <message>
         <source>The workspace keeps the source codes of ZELMOR; it is also where ZELMOR is compiled. The output folder receives the compiled ZELMOR and its assets. A folder named ZELMOR is created in the folder you select, and the output goes into its Output folder.</source>
         <translation>Der Arbeitsordner enthält den Quellcode von ZELMOR; dort wird ZELMOR auch kompiliert. Der Ausgabeordner erhält das kompilierte ZELMOR und seine Assets. In dem Ordner, den Sie auswählen, wird ein Ordner namens ZELMOR angelegt; die Ausgabe kommt darin in den Ordner Output.</translation>
+    </message>
+    <message>
+        <source>Select workspace folder</source>
+        <translation>Arbeitsordner auswählen</translation>
+    </message>
+    <message>
+        <source>Select output folder</source>
+        <translation>Ausgabeordner auswählen</translation>
     </message>
 </context>
 </TS>

@@ -32,6 +32,13 @@
     </message>
 </context>
 <context>
+    <name>AlertSheet</name>
+    <message>
+        <source>Warning</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>AppCommandLine</name>
     <message>
         <source>Fetches, updates and compiles the sources of the ZELMOR emulator.</source>
@@ -228,6 +235,14 @@
         <source>Checking for update of submodules</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source> holds more than submodule entries!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> The modules are not registered in .git/config.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>ApplicationShell</name>
@@ -322,6 +337,14 @@
     </message>
     <message>
         <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Components</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install command</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -510,11 +533,42 @@
         <source>Bring All to Front</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Operation</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Console</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Activity</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>OperationNotice</name>
     <message>
         <source>ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Preferences</name>
+    <message>
+        <source>Select workspace folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select output folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Help</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -831,6 +885,14 @@
     </message>
     <message>
         <source>The workspace keeps the source codes of ZELMOR; it is also where ZELMOR is compiled. The output folder receives the compiled ZELMOR and its assets. A folder named ZELMOR is created in the folder you select, and the output goes into its Output folder.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select workspace folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select output folder</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

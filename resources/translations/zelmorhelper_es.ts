@@ -32,6 +32,20 @@
     </message>
 </context>
 <context>
+    <name>AlertSheet</name>
+    <message>
+        <source>Warning</source>
+        <translation>Advertencia</translation>
+    </message>
+</context>
+<context>
+    <name>AppCommandLine</name>
+    <message>
+        <source>Fetches, updates and compiles the sources of the ZELMOR emulator.</source>
+        <translation>Descarga, actualiza y compila el código fuente del emulador ZELMOR.</translation>
+    </message>
+</context>
+<context>
     <name>AppController</name>
     <message>
         <source>Stop</source>
@@ -217,6 +231,25 @@
         <source>Checking for update of submodules</source>
         <translation>Buscando actualizaciones de los submódulos</translation>
     </message>
+    <message>
+        <source> holds more than submodule entries!</source>
+        <translation> contiene más que entradas de submódulos.</translation>
+    </message>
+    <message>
+        <source> The modules are not registered in .git/config.</source>
+        <translation> Los módulos no se registran en .git/config.</translation>
+    </message>
+    <message>
+        <source> is not a plain module URL!</source>
+        <translation> no es una URL de módulo simple.</translation>
+    </message>
+</context>
+<context>
+    <name>ApplicationShell</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
 </context>
 <context>
     <name>ComponentChecks</name>
@@ -306,6 +339,14 @@
         <source>Close</source>
         <translation>Cerrar</translation>
     </message>
+    <message>
+        <source>Components</source>
+        <translation>Componentes</translation>
+    </message>
+    <message>
+        <source>Install command</source>
+        <translation>Comando de instalación</translation>
+    </message>
 </context>
 <context>
     <name>InstallerWindow</name>
@@ -336,6 +377,10 @@
     <message>
         <source>To install what is missing, run this in a terminal, then click Check Again:</source>
         <translation>Para instalar lo que falta, ejecute esto en un terminal y después haga clic en «Volver a comprobar»:</translation>
+    </message>
+    <message>
+        <source>Checks the tools ZELMOR Helper needs and shows the command that installs the missing ones.</source>
+        <translation>Comprueba las herramientas que necesita ZELMOR Helper y muestra el comando que instala las que faltan.</translation>
     </message>
 </context>
 <context>
@@ -488,6 +533,44 @@
         <source>Bring All to Front</source>
         <translation>Traer todo al frente</translation>
     </message>
+    <message>
+        <source>Operation</source>
+        <translation>Operación</translation>
+    </message>
+    <message>
+        <source>Console</source>
+        <translation>Consola</translation>
+    </message>
+    <message>
+        <source>Activity</source>
+        <translation>Actividad</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Progreso</translation>
+    </message>
+</context>
+<context>
+    <name>OperationNotice</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+</context>
+<context>
+    <name>Preferences</name>
+    <message>
+        <source>Select workspace folder</source>
+        <translation>Seleccionar la carpeta de trabajo</translation>
+    </message>
+    <message>
+        <source>Select output folder</source>
+        <translation>Seleccionar la carpeta de salida</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Ayuda</translation>
+    </message>
 </context>
 <context>
     <name>PrefsController</name>
@@ -573,6 +656,13 @@
     </message>
 </context>
 <context>
+    <name>QCommandLineParser</name>
+    <message>
+        <source>Displays help on commandline options.</source>
+        <translation>Muestra la ayuda sobre las opciones de la línea de órdenes.</translation>
+    </message>
+</context>
+<context>
     <name>StatusbarCompanion</name>
     <message>
         <source>Open ZELMOR Helper</source>
@@ -601,6 +691,18 @@
     <message>
         <source>Another instance is already running; exiting.</source>
         <translation>Ya se está ejecutando otra instancia; saliendo.</translation>
+    </message>
+    <message>
+        <source>Shows the operation ZELMOR Helper is running in the system tray.</source>
+        <translation>Muestra en la bandeja del sistema la operación que está ejecutando ZELMOR Helper.</translation>
+    </message>
+    <message>
+        <source>How it was started; &quot;autoLaunched&quot; (at login) skips the greeting.</source>
+        <translation>Cómo se inició; «autoLaunched» (al iniciar sesión) omite el saludo.</translation>
+    </message>
+    <message>
+        <source>Run without a tray icon (sessions without a tray).</source>
+        <translation>Funcionar sin icono en la bandeja (sesiones sin bandeja del sistema).</translation>
     </message>
 </context>
 <context>
@@ -786,6 +888,14 @@
     <message>
         <source>The workspace keeps the source codes of ZELMOR; it is also where ZELMOR is compiled. The output folder receives the compiled ZELMOR and its assets. A folder named ZELMOR is created in the folder you select, and the output goes into its Output folder.</source>
         <translation>La carpeta de trabajo guarda el código fuente de ZELMOR; también es donde se compila ZELMOR. La carpeta de salida recibe ZELMOR compilado y sus recursos. En la carpeta que elija se crea una carpeta llamada ZELMOR, y la salida va a su carpeta Output.</translation>
+    </message>
+    <message>
+        <source>Select workspace folder</source>
+        <translation>Seleccionar la carpeta de trabajo</translation>
+    </message>
+    <message>
+        <source>Select output folder</source>
+        <translation>Seleccionar la carpeta de salida</translation>
     </message>
 </context>
 </TS>

@@ -32,6 +32,20 @@
     </message>
 </context>
 <context>
+    <name>AlertSheet</name>
+    <message>
+        <source>Warning</source>
+        <translation>Avertissement</translation>
+    </message>
+</context>
+<context>
+    <name>AppCommandLine</name>
+    <message>
+        <source>Fetches, updates and compiles the sources of the ZELMOR emulator.</source>
+        <translation>Télécharge, met à jour et compile les sources de l’émulateur ZELMOR.</translation>
+    </message>
+</context>
+<context>
     <name>AppController</name>
     <message>
         <source>Stop</source>
@@ -217,6 +231,25 @@
         <source>Checking for update of submodules</source>
         <translation>Recherche de mises à jour des sous-modules</translation>
     </message>
+    <message>
+        <source> holds more than submodule entries!</source>
+        <translation> contient plus que des entrées de sous-modules !</translation>
+    </message>
+    <message>
+        <source> The modules are not registered in .git/config.</source>
+        <translation> Les modules ne sont pas inscrits dans .git/config.</translation>
+    </message>
+    <message>
+        <source> is not a plain module URL!</source>
+        <translation> n’est pas une simple URL de module !</translation>
+    </message>
+</context>
+<context>
+    <name>ApplicationShell</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
 </context>
 <context>
     <name>ComponentChecks</name>
@@ -306,6 +339,14 @@
         <source>Close</source>
         <translation>Fermer</translation>
     </message>
+    <message>
+        <source>Components</source>
+        <translation>Composants</translation>
+    </message>
+    <message>
+        <source>Install command</source>
+        <translation>Commande d’installation</translation>
+    </message>
 </context>
 <context>
     <name>InstallerWindow</name>
@@ -336,6 +377,10 @@
     <message>
         <source>To install what is missing, run this in a terminal, then click Check Again:</source>
         <translation>Pour installer ce qui manque, exécutez ceci dans un terminal, puis cliquez sur «&#xa0;Vérifier à nouveau&#xa0;»&#xa0;:</translation>
+    </message>
+    <message>
+        <source>Checks the tools ZELMOR Helper needs and shows the command that installs the missing ones.</source>
+        <translation>Vérifie les outils dont ZELMOR Helper a besoin et affiche la commande qui installe ceux qui manquent.</translation>
     </message>
 </context>
 <context>
@@ -488,6 +533,44 @@
         <source>Bring All to Front</source>
         <translation>Tout ramener au premier plan</translation>
     </message>
+    <message>
+        <source>Operation</source>
+        <translation>Opération</translation>
+    </message>
+    <message>
+        <source>Console</source>
+        <translation>Console</translation>
+    </message>
+    <message>
+        <source>Activity</source>
+        <translation>Activité</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Progression</translation>
+    </message>
+</context>
+<context>
+    <name>OperationNotice</name>
+    <message>
+        <source>ZELMOR Helper</source>
+        <translation>ZELMOR Helper</translation>
+    </message>
+</context>
+<context>
+    <name>Preferences</name>
+    <message>
+        <source>Select workspace folder</source>
+        <translation>Choisir le dossier de travail</translation>
+    </message>
+    <message>
+        <source>Select output folder</source>
+        <translation>Choisir le dossier de sortie</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Aide</translation>
+    </message>
 </context>
 <context>
     <name>PrefsController</name>
@@ -573,6 +656,13 @@
     </message>
 </context>
 <context>
+    <name>QCommandLineParser</name>
+    <message>
+        <source>Displays help on commandline options.</source>
+        <translation>Affiche l’aide sur les options de la ligne de commande.</translation>
+    </message>
+</context>
+<context>
     <name>StatusbarCompanion</name>
     <message>
         <source>Open ZELMOR Helper</source>
@@ -601,6 +691,18 @@
     <message>
         <source>Another instance is already running; exiting.</source>
         <translation>Une autre instance est déjà en cours d&apos;exécution&#xa0;; fermeture.</translation>
+    </message>
+    <message>
+        <source>Shows the operation ZELMOR Helper is running in the system tray.</source>
+        <translation>Affiche dans la zone de notification l’opération que ZELMOR Helper est en train d’exécuter.</translation>
+    </message>
+    <message>
+        <source>How it was started; &quot;autoLaunched&quot; (at login) skips the greeting.</source>
+        <translation>Mode de démarrage ; « autoLaunched » (à l’ouverture de session) saute le message d’accueil.</translation>
+    </message>
+    <message>
+        <source>Run without a tray icon (sessions without a tray).</source>
+        <translation>Fonctionner sans icône dans la zone de notification (sessions qui n’en ont pas).</translation>
     </message>
 </context>
 <context>
@@ -786,6 +888,14 @@
     <message>
         <source>The workspace keeps the source codes of ZELMOR; it is also where ZELMOR is compiled. The output folder receives the compiled ZELMOR and its assets. A folder named ZELMOR is created in the folder you select, and the output goes into its Output folder.</source>
         <translation>Le dossier de travail contient le code source de ZELMOR&#xa0;; c&apos;est aussi là que ZELMOR est compilé. Le dossier de sortie reçoit ZELMOR compilé et ses ressources. Un dossier nommé ZELMOR est créé dans le dossier que vous choisissez, et la sortie va dans son dossier Output.</translation>
+    </message>
+    <message>
+        <source>Select workspace folder</source>
+        <translation>Choisir le dossier de travail</translation>
+    </message>
+    <message>
+        <source>Select output folder</source>
+        <translation>Choisir le dossier de sortie</translation>
     </message>
 </context>
 </TS>
