@@ -1,3 +1,4 @@
+#include "ControllerHarness.h"
 #include "TestSupport.h"
 #include "WorkspaceFixture.h"
 
@@ -62,23 +63,7 @@ QMap<QString, QByteArray> snapshot(const QString &root, const QStringList &skip 
     return items;
 }
 
-struct Harness
-{
-    MainWindow window;
-    AppController controller{&window};
-
-    Harness()
-    {
-        controller.awakeFromNib();
-        window.show();
-    }
-    QString console() { return controller.outputField->string(); }
-    void perform(int tag)
-    {
-        controller.selectItemWithTag(tag);
-        controller.perform();
-    }
-};
+using Harness = ControllerHarness;
 
 } // namespace
 

@@ -1,3 +1,4 @@
+#include "ControllerHarness.h"
 #include "TestSupport.h"
 #include "WorkspaceFixture.h"
 
@@ -37,23 +38,8 @@ QString moduleTranscript(const QString &workspace, const QString &name)
     return "\nGetting module " + name + "...\n\nLocation: " + workspace + "/" + name + "\n\n";
 }
 
-struct Harness
+struct Harness : ControllerHarness
 {
-    MainWindow window;
-    AppController controller{&window};
-
-    Harness()
-    {
-        controller.awakeFromNib();
-        window.show();
-    }
-    QString console() { return controller.outputField->string(); }
-    QString button() const { return controller.buttonPerform->text(); }
-    void perform(int tag)
-    {
-        controller.selectItemWithTag(tag);
-        controller.perform();
-    }
     // What perform() does before a check method starts the first child.
     void runAsOperation(int tag, const QString &command, const QString &folder)
     {
