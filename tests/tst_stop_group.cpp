@@ -104,6 +104,30 @@ private slots:
         QCOMPARE(h.console(), QStringLiteral("\nTask terminated by user.\n"));
     }
 
+    // Quitting while a child runs, or within a stopped child's grace period,
+    // takes everything the children started with the application.
+    void endingTheControllerEndsEveryGroup()
+    {
+        QTemporaryDir dir;
+        qint64 stopped = 0;
+        qint64 running = 0;
+        {
+            Harness h;
+            h.runAsOperation(AppController::TagModules,
+                             "trap '' TERM; sh -c 'touch first; trap \"\" TERM; sleep 100'", dir.path());
+            QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(dir.path() + "/first"), Patience);
+            stopped = h.controller.unixTask->processId();
+            h.controller.perform(); // Stop: the group ignores SIGTERM
+            h.runAsOperation(AppController::TagModules, "sleep 100 & touch second; wait",
+                             dir.path());
+            QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(dir.path() + "/second"), Patience);
+            running = h.controller.unixTask->processId();
+            QVERIFY(!groupGone(stopped) && !groupGone(running));
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(groupGone(stopped), Patience);
+        QTRY_VERIFY_WITH_TIMEOUT(groupGone(running), Patience);
+    }
+
     void stopEndsSubmoduleForeach()
     {
         WorkspaceFixture fixture;

@@ -10,12 +10,15 @@
 #include "widgets/Spinner.h"
 #include "workflow/MainWindow.h"
 #include "workflow/OutputParsing.h"
+#include "workflow/ProcessGroup.h"
 #include "workflow/TextFormat.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTimer>
+
+#include <csignal>
 
 namespace {
 // Between the pull of the sources and the pull of the submodules of an
@@ -49,6 +52,12 @@ AppController::AppController(MainWindow *w, QObject *parent)
 AppController::~AppController()
 {
     removeRegistrations();
+    // Nothing a child started may outlive the application, not even one the
+    // user stopped whose grace period has not run out; there is no time left
+    // to give. Each QProcess then ends and reaps its own leader.
+    for (QProcess *process : findChildren<QProcess *>(Qt::FindDirectChildrenOnly))
+        if (process->state() != QProcess::NotRunning)
+            ProcessGroup::signalGroup(process->processId(), SIGKILL);
 }
 
 void AppController::awakeFromNib()
