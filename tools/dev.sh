@@ -79,7 +79,7 @@ coverage)
     # build of its own instrumented with gcov. Counters add up across runs,
     # so the old ones go first.
     install_missing
-    build build-cov -DCMAKE_CXX_FLAGS=--coverage -DCMAKE_BUILD_TYPE=
+    build build-cov -DCMAKE_CXX_FLAGS=--coverage -DCMAKE_BUILD_TYPE=Debug
     find build-cov -name '*.gcda' -delete
     status=0
     run_tests build-cov || status=$?
