@@ -1,6 +1,8 @@
 #include "widgets/TerminalText.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace {
 
@@ -99,8 +101,16 @@ void TerminalText::finishText(QStringView text, const QList<Style> &styles)
         add(text.size(), 0);
         return;
     }
-    for (Style style : styles)
-        add(1, style);
+    // A stretch of one style at a time: most lines change style a few times.
+    const Style *style = styles.constData();
+    const Style *const end = style + styles.size();
+    while (style != end) {
+        const Style *next = style + 1;
+        while (next != end && *next == *style)
+            ++next;
+        add(next - style, *style);
+        style = next;
+    }
 }
 
 void TerminalText::endLine()
@@ -311,46 +321,70 @@ void TerminalText::eraseInLine()
     m_lineChanged = true;
 }
 
+namespace {
+
+// Reads an extended colour, "5;n" or "2;r;g;b", from values[at] on; *used
+// tells how many values it took.
+quint32 extendedColour(const int *values, qsizetype count, qsizetype at, qsizetype *used)
+{
+    if (at >= count) {
+        *used = 0;
+        return 0;
+    }
+    if (values[at] == 5 && at + 1 < count) {
+        *used = 2;
+        return TerminalText::PaletteColour | quint32(std::clamp(values[at + 1], 0, 255));
+    }
+    if (values[at] == 2 && at + 3 < count) {
+        *used = 4;
+        const auto channel = [&](qsizetype k) { return quint32(std::clamp(values[k], 0, 255)); };
+        return TerminalText::TrueColour | channel(at + 1) << 16 | channel(at + 2) << 8 | channel(at + 3);
+    }
+    *used = 1;
+    return 0;
+}
+
+} // namespace
+
 void TerminalText::selectGraphicRendition()
 {
-    const QList<QStringView> fields = QStringView(m_params).split(u';');
-    // Reads an extended colour: "5;n" or "2;r;g;b", from the fields after
-    // index (semicolons) or from the subfields (colons).
-    auto extendedColour = [](const QList<int> &values, qsizetype at, qsizetype *used) -> quint32 {
-        if (at >= values.size()) {
-            *used = 0;
-            return 0;
+    // Compiler output sets a style several times a line, so the fields are
+    // read without allocating; a parameter list is at most MaxParams long.
+    std::array<int, MaxParams + 1> values;
+    qsizetype count = 0;
+    int value = 0;
+    bool inNumber = true;
+    bool colons = false;
+    for (QChar c : std::as_const(m_params)) {
+        if (c == u';') {
+            values[count++] = value;
+            value = 0;
+            inNumber = true;
+        } else if (inNumber && c >= u'0' && c <= u'9') {
+            value = std::min(value * 10 + (c.unicode() - u'0'), 1000000);
+        } else {
+            // The rest of the field is not part of its number.
+            inNumber = false;
+            colons = colons || c == u':';
         }
-        if (values[at] == 5 && at + 1 < values.size()) {
-            *used = 2;
-            return PaletteColour | quint32(std::clamp(values[at + 1], 0, 255));
-        }
-        if (values[at] == 2 && at + 3 < values.size()) {
-            *used = 4;
-            const auto channel = [&](qsizetype k) { return quint32(std::clamp(values[k], 0, 255)); };
-            return TrueColour | channel(at + 1) << 16 | channel(at + 2) << 8 | channel(at + 3);
-        }
-        *used = 1;
-        return 0;
-    };
+    }
+    values[count++] = value;
 
-    QList<int> values;
-    values.reserve(fields.size());
-    for (QStringView field : fields)
-        values.append(number(field));
+    QList<QStringView> fields;
+    if (colons)
+        fields = QStringView(m_params).split(u';');
 
-    for (qsizetype k = 0; k < values.size(); ++k) {
+    for (qsizetype k = 0; k < count; ++k) {
         const int code = values[k];
-        const QStringView field = fields[k];
-        if ((code == 38 || code == 48) && field.contains(u':')) {
+        if (colons && (code == 38 || code == 48) && fields[k].contains(u':')) {
             // ISO 8613-6 form: 38:5:n, 38:2:r:g:b or 38:2:space:r:g:b.
             QList<int> sub;
-            for (QStringView part : field.split(u':'))
+            for (QStringView part : fields[k].split(u':'))
                 sub.append(number(part));
             if (sub.size() == 6 && sub[1] == 2)
                 sub.remove(2);
             qsizetype used = 0;
-            const quint32 colour = extendedColour(sub, 1, &used);
+            const quint32 colour = extendedColour(sub.constData(), sub.size(), 1, &used);
             m_style = code == 38 ? withForeground(m_style, colour) : withBackground(m_style, colour);
             continue;
         }
@@ -369,7 +403,7 @@ void TerminalText::selectGraphicRendition()
         case 38:
         case 48: {
             qsizetype used = 0;
-            const quint32 colour = extendedColour(values, k + 1, &used);
+            const quint32 colour = extendedColour(values.data(), count, k + 1, &used);
             m_style = code == 38 ? withForeground(m_style, colour) : withBackground(m_style, colour);
             k += used;
             break;
