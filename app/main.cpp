@@ -1,6 +1,7 @@
 #include "app/AppCommandLine.h"
 #include "app/ApplicationShell.h"
 #include "platform/Bundle.h"
+#include "platform/MemoryReuse.h"
 #include "platform/SingleInstance.h"
 #include "platform/TerminationSignals.h"
 #include "platform/Translation.h"
@@ -11,6 +12,7 @@
 
 int main(int argc, char *argv[])
 {
+    keepFreedMemoryForReuse();
     // Before the application object: --help and --version need no display.
     if (const std::optional<int> exitCode = handleCommandLine(argc, argv))
         return *exitCode;
