@@ -11,18 +11,27 @@
 
 namespace {
 // How long one slice may hold the event loop, and how much text it moves at
-// most between two looks at the clock. Most of a slice's cost comes after
+// most between two looks at the clock. Much of a slice's cost comes after
 // the text is in: the document and the view take in the change at the end of
 // the edit, and the oldest lines go. So a slice moves as many characters as
-// the slices before it managed in the budget, end included, and the clock
-// only guards against surprises. Together this keeps a slice, and the paint
-// after it, within one frame.
-constexpr qint64 SliceBudgetNs = 8000000;
+// the slices before it managed in their time, end included, and the clock
+// only guards against surprises. Together with the paint and the reading of
+// the child's output that share its turn of the event loop, a slice stays
+// within one frame.
+constexpr qint64 SliceBudgetNs = 10000000;
+constexpr qint64 MinMoveNs = 2000000;
 constexpr qsizetype PieceChars = 16 * 1024;
 constexpr qsizetype MinSliceChars = 1024;
-// Below the amount of dropped text after which the document compacts its
-// buffer (96 KB), and still twice a piece, so dropping keeps pace.
-constexpr qsizetype DropStepChars = 2 * PieceChars;
+// Now and then the document copies all its text at once: it compacts its
+// buffer at the end of an edit once dropped lines fill it, and the buffer
+// grows by copying. That costs in proportion to what the console holds
+// (mostly fresh memory being touched: about 8 ns a character where it was
+// measured), and no slice can tell in advance which edit it falls in, so
+// every slice keeps that much of its time free. Cheaper copies, once seen,
+// make the reserve smaller.
+constexpr double InitialCopyNsPerChar = 8;
+// A one-off cost above this is taken for such a copy.
+constexpr qint64 CopySeenNs = 1500000;
 // First flush after new text: short enough to feel immediate, long enough to
 // gather the many small chunks a busy tool writes into one layout pass.
 constexpr int GatherDelayMs = 15;
@@ -99,6 +108,7 @@ ConsoleView::ConsoleView(QWidget *parent) : QPlainTextEdit(parent)
     // over every dropped line and lays each one out first, which costs far
     // more than inserting it did.
     setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    m_copyNsPerChar = InitialCopyNsPerChar;
     m_flushTimer.setSingleShot(true);
     connect(&m_flushTimer, &QTimer::timeout, this, &ConsoleView::flushSlice);
 }
@@ -334,41 +344,50 @@ void ConsoleView::compactPending()
     }
 }
 
-bool ConsoleView::overScrollback() const
-{
-    return document()->blockCount() > ScrollbackLines
-           || document()->characterCount() > ScrollbackCharacters;
-}
-
-bool ConsoleView::dropOldestLines(qsizetype atMost)
+bool ConsoleView::dropOldestLines(qsizetype incomingLines, qsizetype incomingCharacters)
 {
     QTextDocument *doc = document();
-    const int excess = doc->blockCount() - ScrollbackLines;
-    const qsizetype excessCharacters = doc->characterCount() - ScrollbackCharacters;
+    const qsizetype excess = doc->blockCount() + incomingLines - ScrollbackLines;
+    const qsizetype excessCharacters = doc->characterCount() + incomingCharacters - ScrollbackCharacters;
     if (excess <= 0 && excessCharacters <= 0)
         return false;
-    // Positions only: no cursor movement, so nothing is laid out.
-    int cut = excess > 0 ? doc->findBlockByNumber(excess).position() : 0;
+    // Positions only: no cursor movement, so nothing is laid out. The last
+    // line stays whatever comes: it is where text goes on.
+    const QTextBlock last = doc->lastBlock();
+    int cut = 0;
+    if (excess > 0)
+        cut = excess < last.blockNumber() ? doc->findBlockByNumber(int(excess)).position() : last.position();
     if (excessCharacters > 0) {
-        const QTextBlock block = doc->findBlock(int(excessCharacters));
+        const QTextBlock block = doc->findBlock(int(std::min<qsizetype>(excessCharacters, last.position())));
         const QTextBlock next = block.next();
-        cut = std::max(cut, next.isValid() ? next.position() : block.position());
-    }
-    if (cut > atMost) {
-        // Whole lines still, one at least.
-        cut = std::max(doc->findBlock(int(atMost)).position(), doc->firstBlock().next().position());
+        cut = std::max(cut, next.isValid() && block != last ? next.position() : block.position());
     }
     if (cut <= 0)
         return false;
     const bool caretDropped = textCursor().position() < cut;
+    // Inside an edit, a cursor does not lay out the line it lands on to
+    // learn its column; a line of thousands of characters costs
+    // milliseconds to lay out, and nobody asks for that column.
     QTextCursor top(doc);
+    top.beginEditBlock();
     top.setPosition(cut, QTextCursor::KeepAnchor);
     top.removeSelectedText();
+    top.endEditBlock();
     // Should the insertion point still have been in a line that is gone, it
     // goes back to the end.
     if (caretDropped)
         moveCursor(QTextCursor::End);
     return caretDropped;
+}
+
+void ConsoleView::noteOneOffCost(qint64 nanoseconds)
+{
+    const int characters = document()->characterCount();
+    if (nanoseconds < CopySeenNs || characters < 64 * 1024)
+        return;
+    const double perChar = double(nanoseconds) / double(characters);
+    // Up at once, down slowly: one cheap copy does not make the next one cheap.
+    m_copyNsPerChar = perChar > m_copyNsPerChar ? perChar : (3 * m_copyNsPerChar + perChar) / 4;
 }
 
 void ConsoleView::flushSlice()
@@ -386,13 +405,33 @@ void ConsoleView::flushSlice()
 
     QElapsedTimer clock;
     clock.start();
+    const qint64 moveBudgetNs = std::max(
+        MinMoveNs, SliceBudgetNs - qint64(m_copyNsPerChar * double(document()->characterCount())));
     const qsizetype allowance =
-        std::max(MinSliceChars, qsizetype(double(SliceBudgetNs) / m_nanosecondsPerChar));
+        std::max(MinSliceChars, qsizetype(double(moveBudgetNs) / m_nanosecondsPerChar));
     const qsizetype queuedBefore = m_pending.size() - m_pendingStart;
+
+    // Room for what this slice brings is made first, as an edit of its own.
+    // Every edit has the view lay out the lines it shows, so one drop per
+    // slice costs far less than one per piece; in the same edit as the
+    // insertion, the change would span the whole document and clear the
+    // layout of every line. And first rather than after: when its text
+    // buffer is full the document compacts it (copies all its text) at the
+    // end of an edit, and a drop straight after that would have it compact
+    // everything again in the same slice.
+    {
+        const qsizetype incoming = std::min(allowance, queuedBefore);
+        qsizetype incomingCharacters = incoming;
+        if (incoming == queuedBefore)
+            incomingCharacters += m_terminal.currentLine().size();
+        dropOldestLines(QStringView(m_pending).mid(m_pendingStart, incoming).count(u'\n'),
+                        incomingCharacters);
+        noteOneOffCost(clock.nsecsElapsed());
+    }
     QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
     // The insertion point is the caret; a selection the user made stays.
     cursor.setPosition(cursor.position());
-    cursor.beginEditBlock();
     // How much of what the last slice drew of the tool's current line is
     // still right: that much stays, the rest is drawn anew. Keeping it spares
     // the document text it would have to collect as garbage, which it does
@@ -428,22 +467,12 @@ void ConsoleView::flushSlice()
             if (lineEnd >= m_pendingStart)
                 length = lineEnd + 1 - m_pendingStart;
         }
+        const qint64 pieceStart = clock.nsecsElapsed();
         consume(length, &cursor);
         sliced += length;
-        if (hasQueued() && overScrollback()) {
-            // The lines pushed out of the scrollback go between pieces, as
-            // an edit of their own: in the same edit the document would see
-            // one change from its first line to its last and clear the
-            // layout of every line. And in small steps: when its text buffer
-            // is full the document compacts all of it at the end of an edit,
-            // and a large drop right after that would have it compact
-            // everything again at once.
-            cursor.endEditBlock();
-            if (dropOldestLines(DropStepChars))
-                cursor.movePosition(QTextCursor::End);
-            cursor.beginEditBlock();
-        }
-        if (clock.nsecsElapsed() >= SliceBudgetNs)
+        const qint64 elapsed = clock.nsecsElapsed();
+        noteOneOffCost(elapsed - pieceStart - qint64(m_nanosecondsPerChar * double(length)));
+        if (elapsed >= moveBudgetNs)
             break;
     }
     const qsizetype moved = queuedBefore - (m_pending.size() - m_pendingStart);
@@ -461,9 +490,9 @@ void ConsoleView::flushSlice()
         m_live.setPosition(cursor.position(), QTextCursor::KeepAnchor);
         m_liveShown = true;
     }
+    const qint64 editEnd = clock.nsecsElapsed();
     cursor.endEditBlock();
-    if (!hasQueued())
-        dropOldestLines();
+    noteOneOffCost(clock.nsecsElapsed() - editEnd);
 
     if (hasQueued()) {
         compactPending();

@@ -9,8 +9,6 @@
 #include <QTextCursor>
 #include <QTimer>
 
-#include <limits>
-
 // The console: read-only for the user, selectable, fed by the operations.
 //
 // Tools can print far faster than a text view lays text out, so insertions
@@ -37,13 +35,14 @@ class ConsoleView : public QPlainTextEdit
     Q_OBJECT
 
 public:
-    // Enough for the whole output of a full build of the emulator: about
-    // 10 MB of text at make's usual line length, some 140 MB of memory with
-    // the view's own bookkeeping, however much more a tool prints.
-    static constexpr int ScrollbackLines = 100000;
-    // And at most this many characters (64 MB of text), the bound that
-    // matters for tools printing lines of thousands of characters.
-    static constexpr qsizetype ScrollbackCharacters = 32 * 1024 * 1024;
+    // As many lines as a terminal commonly keeps, and at most this many
+    // characters (1 MB of text, some 5,000 lines of make's output), which is
+    // the bound that matters for long lines. Now and then the document
+    // copies all the text it holds in one go, and that copy has to fit in a
+    // frame on a slow machine; a build's first error, near its end, stays
+    // well within reach.
+    static constexpr int ScrollbackLines = 10000;
+    static constexpr qsizetype ScrollbackCharacters = 512 * 1024;
 
     explicit ConsoleView(QWidget *parent = nullptr);
 
@@ -78,13 +77,13 @@ private:
     const QTextCharFormat &format(TerminalText::Style style);
     void scheduleFlush(int delayMs);
     void flushSlice();
+    void noteOneOffCost(qint64 nanoseconds);
     void trimPending();
     void compactPending();
-    // Drops what is beyond the scrollback, or at most about atMost
-    // characters of it (whole lines); true when the insertion point was in
-    // them (it is then at the end).
-    bool overScrollback() const;
-    bool dropOldestLines(qsizetype atMost = std::numeric_limits<qsizetype>::max());
+    // Drops the oldest whole lines until the scrollback has room for so many
+    // more lines and characters; true when the insertion point was in them
+    // (it is then at the end).
+    bool dropOldestLines(qsizetype incomingLines = 0, qsizetype incomingCharacters = 0);
     QString normalizedLineEnds(const QString &text);
 
     QString m_pending;               // queued text; the part before m_pendingStart is done
@@ -109,5 +108,7 @@ private:
     // What moving one character into the document has cost lately, its
     // share of the layout and of dropping old lines included.
     double m_nanosecondsPerChar = 200;
+    // What the document's copying all its text costs, per character held.
+    double m_copyNsPerChar = 0;
     QTimer m_flushTimer;
 };
