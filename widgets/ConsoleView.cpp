@@ -18,7 +18,7 @@ namespace {
 // only guards against surprises. Together with the paint and the reading of
 // the child's output that share its turn of the event loop, a slice stays
 // within one frame.
-constexpr qint64 SliceBudgetNs = 10000000;
+constexpr qint64 SliceBudgetNs = 8000000;
 constexpr qint64 MinMoveNs = 2000000;
 constexpr qsizetype PieceChars = 16 * 1024;
 constexpr qsizetype MinSliceChars = 1024;
