@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ctime>
 
 namespace {
 // How long one slice may hold the event loop, and how much text it moves at
@@ -32,6 +33,16 @@ constexpr qsizetype MinSliceChars = 1024;
 constexpr double InitialCopyNsPerChar = 8;
 // A one-off cost above this is taken for such a copy.
 constexpr qint64 CopySeenNs = 1500000;
+// What a slice learns from its costs is the processor time of this thread:
+// time the system gave other programs in between says nothing about what the
+// next slice will cost. The slice itself still ends by the clock on the wall.
+qint64 threadCpuNs()
+{
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return qint64(now.tv_sec) * 1000000000 + now.tv_nsec;
+}
+
 // First flush after new text: short enough to feel immediate, long enough to
 // gather the many small chunks a busy tool writes into one layout pass.
 constexpr int GatherDelayMs = 15;
@@ -166,8 +177,8 @@ void ConsoleView::queueFinishedToolText()
 {
     if (!m_terminal.hasFinished())
         return;
-    const TerminalText::Finished finished = m_terminal.takeFinished();
-    queue(finished.text, finished.runs);
+    queue(m_terminal.finishedText(), m_terminal.finishedRuns());
+    m_terminal.clearFinished();
 }
 
 void ConsoleView::queue(const QString &text, const QList<TerminalText::Run> &runs)
@@ -188,7 +199,7 @@ void ConsoleView::queue(const QString &text, const QList<TerminalText::Run> &run
 
 void ConsoleView::clearQueue()
 {
-    m_pending.clear();
+    m_pending.truncate(0); // its memory serves the next flood
     m_pendingStart = 0;
     m_pendingLines = 0;
     m_runs.clear();
@@ -380,14 +391,15 @@ bool ConsoleView::dropOldestLines(qsizetype incomingLines, qsizetype incomingCha
     return caretDropped;
 }
 
-void ConsoleView::noteOneOffCost(qint64 nanoseconds)
+bool ConsoleView::noteOneOffCost(qint64 nanoseconds)
 {
     const int characters = document()->characterCount();
     if (nanoseconds < CopySeenNs || characters < 64 * 1024)
-        return;
+        return false;
     const double perChar = double(nanoseconds) / double(characters);
     // Up at once, down slowly: one cheap copy does not make the next one cheap.
     m_copyNsPerChar = perChar > m_copyNsPerChar ? perChar : (3 * m_copyNsPerChar + perChar) / 4;
+    return true;
 }
 
 void ConsoleView::flushSlice()
@@ -405,6 +417,9 @@ void ConsoleView::flushSlice()
 
     QElapsedTimer clock;
     clock.start();
+    const qint64 cpuStart = threadCpuNs();
+    const auto cpuElapsed = [cpuStart] { return threadCpuNs() - cpuStart; };
+    bool copySeen = false;
     const qint64 moveBudgetNs = std::max(
         MinMoveNs, SliceBudgetNs - qint64(m_copyNsPerChar * double(document()->characterCount())));
     const qsizetype allowance =
@@ -426,7 +441,7 @@ void ConsoleView::flushSlice()
             incomingCharacters += m_terminal.currentLine().size();
         dropOldestLines(QStringView(m_pending).mid(m_pendingStart, incoming).count(u'\n'),
                         incomingCharacters);
-        noteOneOffCost(clock.nsecsElapsed());
+        copySeen = noteOneOffCost(cpuElapsed());
     }
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
@@ -467,12 +482,11 @@ void ConsoleView::flushSlice()
             if (lineEnd >= m_pendingStart)
                 length = lineEnd + 1 - m_pendingStart;
         }
-        const qint64 pieceStart = clock.nsecsElapsed();
+        const qint64 pieceStart = cpuElapsed();
         consume(length, &cursor);
         sliced += length;
-        const qint64 elapsed = clock.nsecsElapsed();
-        noteOneOffCost(elapsed - pieceStart - qint64(m_nanosecondsPerChar * double(length)));
-        if (elapsed >= moveBudgetNs)
+        copySeen |= noteOneOffCost(cpuElapsed() - pieceStart - qint64(m_nanosecondsPerChar * double(length)));
+        if (clock.nsecsElapsed() >= moveBudgetNs)
             break;
     }
     const qsizetype moved = queuedBefore - (m_pending.size() - m_pendingStart);
@@ -490,9 +504,9 @@ void ConsoleView::flushSlice()
         m_live.setPosition(cursor.position(), QTextCursor::KeepAnchor);
         m_liveShown = true;
     }
-    const qint64 editEnd = clock.nsecsElapsed();
+    const qint64 editEnd = cpuElapsed();
     cursor.endEditBlock();
-    noteOneOffCost(clock.nsecsElapsed() - editEnd);
+    copySeen |= noteOneOffCost(cpuElapsed() - editEnd);
 
     if (hasQueued()) {
         compactPending();
@@ -501,7 +515,11 @@ void ConsoleView::flushSlice()
     if (followTail)
         bar->setValue(bar->maximum());
     if (moved >= MinSliceChars) {
-        const double cost = double(clock.nsecsElapsed()) / double(moved);
+        const double cost = double(cpuElapsed()) / double(moved);
         m_nanosecondsPerChar = std::clamp((m_nanosecondsPerChar + cost) / 2, 2.0, 1e6);
     }
+    // The reserve shrinks a little with every slice that saw no copy, so a
+    // figure once too high does not hold the console back for good.
+    if (!copySeen)
+        m_copyNsPerChar *= 0.98;
 }

@@ -77,7 +77,9 @@ private:
     const QTextCharFormat &format(TerminalText::Style style);
     void scheduleFlush(int delayMs);
     void flushSlice();
-    void noteOneOffCost(qint64 nanoseconds);
+    // Learns from a cost that may have been the document copying its text;
+    // true when it was taken for one.
+    bool noteOneOffCost(qint64 nanoseconds);
     void trimPending();
     void compactPending();
     // Drops the oldest whole lines until the scrollback has room for so many

@@ -56,10 +56,17 @@ QList<TerminalText::Run> TerminalText::currentRuns() const
 TerminalText::Finished TerminalText::takeFinished()
 {
     Finished finished{std::move(m_finished), std::move(m_finishedRuns)};
-    m_finished.clear();
+    clearFinished();
+    return finished;
+}
+
+void TerminalText::clearFinished()
+{
+    // Memory stays for the next lines: a flood of output goes through here
+    // chunk after chunk.
+    m_finished.truncate(0);
     m_finishedRuns.clear();
     m_finishedStyled = false;
-    return finished;
 }
 
 void TerminalText::detachLine()
@@ -67,7 +74,7 @@ void TerminalText::detachLine()
     if (m_line.isEmpty() && m_column == 0)
         return;
     finishText(m_line, m_lineStyles);
-    m_line.clear();
+    m_line.truncate(0); // keeps its memory for the next line
     m_lineStyles.clear();
     m_column = 0;
     m_lineChanged = true;
@@ -119,7 +126,7 @@ void TerminalText::endLine()
     if (!m_lineStyles.isEmpty())
         m_lineStyles.append(0);
     finishText(m_line, m_lineStyles);
-    m_line.clear();
+    m_line.truncate(0); // keeps its memory for the next line
     m_lineStyles.clear();
     m_column = 0;
     m_lineChanged = true;
@@ -202,7 +209,7 @@ void TerminalText::write(QStringView chunk)
             if (c == Escape)
                 m_state = State::Escape;
             else if (c == C1Csi) {
-                m_params.clear();
+                m_params.truncate(0);
                 m_state = State::Csi;
             } else if (c == 0x90 || c == 0x98 || c == 0x9D || c == 0x9E || c == 0x9F)
                 m_state = State::String;
@@ -221,7 +228,7 @@ void TerminalText::write(QStringView chunk)
             else if (c >= 0x20 && c <= 0x2F)
                 m_state = State::EscapeIntermediate;
             else if (m_state == State::Escape && c == u'[') {
-                m_params.clear();
+                m_params.truncate(0);
                 m_state = State::Csi;
             } else if (m_state == State::Escape
                        && (c == u']' || c == u'P' || c == u'X' || c == u'^' || c == u'_'))

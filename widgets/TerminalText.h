@@ -73,6 +73,10 @@ public:
     };
     Finished takeFinished();
     bool hasFinished() const { return !m_finished.isEmpty(); }
+    // The same without handing them over; clearFinished() then forgets them.
+    const QString &finishedText() const { return m_finished; }
+    const QList<Run> &finishedRuns() const { return m_finishedRuns; }
+    void clearFinished();
 
     // The line being written, as it reads now, and its runs (empty when all
     // default).
