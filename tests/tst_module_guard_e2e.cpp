@@ -1,18 +1,11 @@
 #include "ControllerHarness.h"
-#include "TestSupport.h"
 #include "WorkspaceFixture.h"
 
-#include "settings/SettingsKeys.h"
-#include "settings/SettingsStore.h"
-#include "widgets/AlertSheet.h"
-#include "widgets/ConsoleView.h"
 #include "workflow/AppController.h"
-#include "workflow/MainWindow.h"
 
 #include <QAbstractButton>
 #include <QCryptographicHash>
 #include <QDirIterator>
-#include <QPushButton>
 
 // A .gitmodules written by a stranger, through "Get module initialized" and
 // "Update source codes and submodules" with real git: every payload below
@@ -21,18 +14,7 @@
 
 namespace {
 
-constexpr int Patience = 60000;
 const QString Marker = QStringLiteral("@M@");
-
-QString entry(const QString &name, const QString &url)
-{
-    return QStringLiteral("[submodule \"%1\"]\n\tpath = %1\n\turl = %2\n").arg(name, url);
-}
-
-QString moduleTranscript(const QString &workspace, const QString &name)
-{
-    return "\nGetting module " + name + "...\n\nLocation: " + workspace + "/" + name + "\n\n";
-}
 
 QString refusal(const QString &url, bool nameless)
 {
@@ -103,11 +85,7 @@ private slots:
               int(QDir(markerFolder()).entryList(QDir::Files | QDir::Hidden).size()));
     }
 
-    void init()
-    {
-        for (AlertSheet *sheet : AlertSheet::openSheets())
-            sheet->endSheet();
-    }
+    void init() { Harness::endSheets(); }
 
     void hostileURLsRunNothing_data()
     {
@@ -167,7 +145,7 @@ private slots:
         const QString marker = markerFolder() + "/" + QTest::currentDataTag();
         const QString url = QString(payload).replace(Marker, marker);
         // The ordinary module comes first, so every value keeps it in reach.
-        const QString gitmodules = entry("tools", m_fixture->toolsURL()) + entry("evil", url);
+        const QString gitmodules = gitmodulesEntry("tools", m_fixture->toolsURL()) + gitmodulesEntry("evil", url);
         resetWorkspace(gitmodules);
         const auto before = snapshot(m_fixture->root(), {"workspace/tools", "workspace/.git/config"});
         const auto home = snapshot(TestSupport::homeDir(), {".config"});
@@ -208,9 +186,9 @@ private slots:
     {
         const QString first = QStringLiteral("x;touch${IFS}") + markerFolder() + "/first";
         const QString tools = "file://" + m_fixture->toolsURL();
-        resetWorkspace(entry("a", first) + entry("lang", m_fixture->langURL())
-                       + entry("b", "https://host/owner/.git") + entry("tools", tools)
-                       + entry("c", "https://h/owner/~.git"));
+        resetWorkspace(gitmodulesEntry("a", first) + gitmodulesEntry("lang", m_fixture->langURL())
+                       + gitmodulesEntry("b", "https://host/owner/.git") + gitmodulesEntry("tools", tools)
+                       + gitmodulesEntry("c", "https://h/owner/~.git"));
         Harness h;
         h.perform(AppController::TagModules);
         QCOMPARE(h.console(), moduleTranscript(workspace(), "lang"));
@@ -230,7 +208,7 @@ private slots:
     void emptyNameLeavesWorkspaceIntact()
     {
         const QString empty = QStringLiteral("https://host/owner/.git");
-        resetWorkspace(entry("a", empty) + entry("lang", m_fixture->langURL()));
+        resetWorkspace(gitmodulesEntry("a", empty) + gitmodulesEntry("lang", m_fixture->langURL()));
         m_fixture->cloneModule(m_fixture->langURL(), "lang");
         TestSupport::writeFile(workspace() + "/notes.txt", "mine\n");
         Harness h;
@@ -266,7 +244,7 @@ private slots:
         const QString marker = markerFolder() + "/config";
         // git pull runs the fsmonitor hook; blank-free, so the stride still
         // finds the one URL and the update goes ahead.
-        const QString gitmodules = entry("lang", m_fixture->langURL())
+        const QString gitmodules = gitmodulesEntry("lang", m_fixture->langURL())
                                    + "[core]\n\tfsmonitor = touch${IFS}" + marker + ";:\n";
         resetWorkspace(gitmodules);
         const QByteArray config = TestSupport::readFile(workspace() + "/.git/config");
@@ -297,7 +275,7 @@ private slots:
     void updateTreatsRefusedEntryAsMissing()
     {
         const QString url = QStringLiteral("x;touch${IFS}") + markerFolder() + "/update";
-        resetWorkspace(entry("lang", m_fixture->langURL()) + entry("evil", url));
+        resetWorkspace(gitmodulesEntry("lang", m_fixture->langURL()) + gitmodulesEntry("evil", url));
         m_fixture->cloneModule(m_fixture->langURL(), "lang");
         Harness h;
         h.perform(AppController::TagUpdate);

@@ -1,15 +1,7 @@
 #include "ControllerHarness.h"
-#include "TestSupport.h"
 #include "WorkspaceFixture.h"
 
-#include "settings/SettingsKeys.h"
-#include "settings/SettingsStore.h"
-#include "widgets/AlertSheet.h"
-#include "widgets/ConsoleView.h"
 #include "workflow/AppController.h"
-#include "workflow/MainWindow.h"
-
-#include <QPushButton>
 
 #include <cerrno>
 #include <csignal>
@@ -20,34 +12,13 @@
 
 namespace {
 
-// Orphans are reaped by the system's init, which may take a moment.
-constexpr int Patience = 60000;
+using Harness = ControllerHarness;
 
+// Orphans are reaped by the system's init, which may take a moment.
 bool groupGone(qint64 pgid)
 {
     return ::kill(-static_cast<pid_t>(pgid), 0) == -1 && errno == ESRCH;
 }
-
-QString entry(const QString &name, const QString &url)
-{
-    return QStringLiteral("[submodule \"%1\"]\n\tpath = %1\n\turl = %2\n").arg(name, url);
-}
-
-QString moduleTranscript(const QString &workspace, const QString &name)
-{
-    return "\nGetting module " + name + "...\n\nLocation: " + workspace + "/" + name + "\n\n";
-}
-
-struct Harness : ControllerHarness
-{
-    // What perform() does before a check method starts the first child.
-    void runAsOperation(int tag, const QString &command, const QString &folder)
-    {
-        controller.selectItemWithTag(tag);
-        controller.buttonPerform->setText(QStringLiteral("Stop"));
-        controller.runUnixTask(command, folder);
-    }
-};
 
 } // namespace
 
@@ -82,8 +53,7 @@ private slots:
     void cleanup()
     {
         QFile::remove(TestSupport::homeDir() + "/.gitconfig");
-        for (AlertSheet *sheet : AlertSheet::openSheets())
-            sheet->endSheet();
+        Harness::endSheets();
     }
 
     void stopEndsTheWholeGroup_data()
@@ -156,8 +126,8 @@ private slots:
         fixture.checkoutMain();
         const QString ws = fixture.workspace();
         TestSupport::writeFile(ws + "/.gitmodules",
-                               (entry("lang", "file://" + fixture.langURL())
-                                + entry("tools", "file://" + fixture.toolsURL()))
+                               (gitmodulesEntry("lang", "file://" + fixture.langURL())
+                                + gitmodulesEntry("tools", "file://" + fixture.toolsURL()))
                                    .toUtf8());
         const QString release = fixture.root() + "/release";
         holdServer("i=0; while [ ! -e " + release + " ] && [ $i -lt 1200 ]; do sleep 0.05; i=$((i+1)); done;");

@@ -1,7 +1,6 @@
 #include "ControllerHarness.h"
 
 #include "BuildConfig.h"
-#include "widgets/AlertSheet.h"
 #include "workflow/AppController.h"
 
 #include <QAbstractButton>
@@ -18,14 +17,8 @@
 namespace {
 
 using Harness = ControllerHarness;
-constexpr int Patience = 60000;
 const QString LangURL = QStringLiteral("https://github.com/zelmor-emu/emu-lang.git");
 const QString ToolsURL = QStringLiteral("https://github.com/zelmor-emu/tools.git");
-
-QString gitmodulesEntry(const QString &name, const QString &url)
-{
-    return QStringLiteral("[submodule \"%1\"]\n\tpath = %1\n\turl = %2\n").arg(name, url);
-}
 
 class Upstream
 {
@@ -83,26 +76,9 @@ private:
     QString m_source, m_lang, m_tools, m_gitmodules;
 };
 
-AlertSheet *waitForSheet()
-{
-    if (!QTest::qWaitFor([] { return !AlertSheet::openSheets().isEmpty(); }, Patience))
-        return nullptr;
-    return AlertSheet::openSheets().constLast();
-}
-
-void answerSheet(AlertSheet *sheet, int returnCode)
-{
-    sheet->buttonFor(returnCode)->click();
-}
-
 QString cloneTranscript(const QString &workspace)
 {
     return "\nDownloading source codes...\n\nLocation: " + workspace + "\n\n\nDone.\n";
-}
-
-QString moduleTranscript(const QString &workspace, const QString &name)
-{
-    return "\nGetting module " + name + "...\n\nLocation: " + workspace + "/" + name + "\n\n";
 }
 
 const QString ModuleChecks = QStringLiteral(
@@ -118,7 +94,7 @@ private:
     // After the clone: the prompt, its texts and the running look.
     void expectReadyPrompt(Harness &h, const Upstream &upstream, AlertSheet *&prompt)
     {
-        QVERIFY((prompt = waitForSheet()));
+        QVERIFY((prompt = Harness::waitForSheet()));
         QCOMPARE(h.console(), cloneTranscript(upstream.workspace()));
         QCOMPARE(prompt->text(), "Ready to install modules");
         QCOMPARE(prompt->informativeText(), "Main source codes are ready. Do you want to get "
@@ -144,12 +120,7 @@ private:
     }
 
 private slots:
-    void init()
-    {
-        // A sheet left by a failed test must not answer for the next one.
-        for (AlertSheet *sheet : AlertSheet::openSheets())
-            sheet->endSheet();
-    }
+    void init() { Harness::endSheets(); }
 
     // After the clone the prompt starts the modules: by its Perform, when its
     // timer runs out (about ten seconds), or when the test ticks it to 0.
@@ -173,7 +144,7 @@ private slots:
         if (QTest::currentTestFailed())
             return;
         if (how == "perform") {
-            answerSheet(prompt, 1000);
+            prompt->buttonFor(1000)->click();
             // Started by the answer: the button keeps reading "Stop".
             QCOMPARE(h.controller.selectedTag(), int(AppController::TagModules));
             QVERIFY(!h.controller.timer->isActive());
@@ -219,7 +190,7 @@ private slots:
         TestSupport::writeFile(ws + "/notes.txt", "mine\n");
         Harness h;
         h.perform(AppController::TagClone);
-        AlertSheet *sheet = waitForSheet();
+        AlertSheet *sheet = Harness::waitForSheet();
         QVERIFY(sheet);
         QCOMPARE(sheet->text(), "Notice");
         QCOMPARE(sheet->informativeText(),
@@ -227,7 +198,7 @@ private slots:
                       "extension if you choose to keep it.\n \nHow to deal with it?");
         QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Cancel"}));
         QCOMPARE(h.console(), "\nChecking files...\n");
-        answerSheet(sheet, answer);
+        sheet->buttonFor(answer)->click();
 
         const QStringList kept =
             QDir(QFileInfo(ws).path()).entryList({"ws.*"}, QDir::Dirs | QDir::NoDotAndDotDot);
@@ -250,7 +221,7 @@ private slots:
                         .hasMatch());
             QVERIFY(QFileInfo::exists(QFileInfo(ws).path() + "/" + kept.first() + "/notes.txt"));
         }
-        answerSheet(prompt, 1001); // Cancel: back to idle, nothing else runs
+        prompt->buttonFor(1001)->click(); // Cancel: back to idle, nothing else runs
         QCOMPARE(h.button(), "Perform");
         QVERIFY(!h.controller.timer->isActive());
         QVERIFY(!h.controller.unixTask);
@@ -276,13 +247,13 @@ private slots:
 
         Harness h;
         h.perform(AppController::TagModules);
-        AlertSheet *sheet = waitForSheet();
+        AlertSheet *sheet = Harness::waitForSheet();
         QVERIFY(sheet);
         QCOMPARE(sheet->text(), "Module Exists");
         QCOMPARE(sheet->informativeText(), "Found submodule 'lang'\nHow to deal with it?");
         QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Skip"}));
         QCOMPARE(h.console(), ModuleChecks);
-        answerSheet(sheet, answer);
+        sheet->buttonFor(answer)->click();
         expectModulesDone(h, upstream);
         QCOMPARE(TestSupport::readFile(ws + "/.git/config.origin"), pristine);
 
@@ -295,13 +266,13 @@ private slots:
         // A second registration starts from the backup again: nothing is
         // appended twice, and the backup stays as it was.
         h.perform(AppController::TagModules);
-        AlertSheet *again = waitForSheet();
+        AlertSheet *again = Harness::waitForSheet();
         QVERIFY(again);
-        answerSheet(again, 1002); // Skip lang
-        AlertSheet *tools = waitForSheet();
+        again->buttonFor(1002)->click(); // Skip lang
+        AlertSheet *tools = Harness::waitForSheet();
         QVERIFY(tools && tools != again);
         QCOMPARE(tools->informativeText(), "Found submodule 'tools'\nHow to deal with it?");
-        answerSheet(tools, 1002); // Skip the last one ends the operation
+        tools->buttonFor(1002)->click(); // Skip the last one ends the operation
         QCOMPARE(h.console(), ModuleChecks + "\nSkip module lang\n\nSkip module tools\n\nDone.\n");
         QCOMPARE(h.button(), "Perform");
         QCOMPARE(TestSupport::readFile(ws + "/.git/config.origin"), pristine);
@@ -400,11 +371,11 @@ private slots:
         h.controller.outputField->setString(QString());
         h.controller.runUnixTask(QStringLiteral("sleep 0.2"), QDir::homePath());
         h.controller.selectItemWithTag(AppController::TagClone);
-        AlertSheet *prompt = waitForSheet();
+        AlertSheet *prompt = Harness::waitForSheet();
         QVERIFY(prompt);
         QCOMPARE(prompt->text(), "Ready to install modules");
         QCOMPARE(h.console(), "\nDone.\n");
-        answerSheet(prompt, 1001);
+        prompt->buttonFor(1001)->click();
         QCOMPARE(h.button(), "Perform");
     }
 };

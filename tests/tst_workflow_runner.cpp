@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr int Patience = 30000;
 const QString Receiving = QStringLiteral(
     "printf 'Receiving objects:  45%% (1234/2742), 1.23 MiB | 456.00 KiB/s   \\r' >&2; ");
 
@@ -17,12 +16,9 @@ struct Harness : ControllerHarness
 {
     QTemporaryDir dir;
 
-    // What perform() does before a check method starts the first child.
     void runAsOperation(int tag, const QString &command)
     {
-        controller.selectItemWithTag(tag);
-        controller.buttonPerform->setText(QStringLiteral("Stop"));
-        controller.runUnixTask(command, dir.path());
+        ControllerHarness::runAsOperation(tag, command, dir.path());
     }
     // A child that blocks until release(name) is called, so a test decides
     // when each part of its output is written.
