@@ -2,7 +2,6 @@
 
 #include "app/ApplicationShell.h"
 #include "platform/Bundle.h"
-#include "platform/CompanionChannel.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "widgets/ConsoleView.h"
@@ -159,30 +158,6 @@ private slots:
         QVERIFY(notified.wait(10000));
         QCOMPARE(m_fake.calls.last().summary, QString("Compile ZELMOR"));
         QCOMPARE(m_fake.calls.last().body, QString("All done."));
-    }
-
-    // After a clone the pop-up switches to the module download while nothing
-    // else the companion shows changes (git's lone "Cloning into" line moves
-    // no bar): the companion must name the module download all the same.
-    void companionNamesTheOperationThatRuns()
-    {
-        ApplicationShell shell;
-        shell.start();
-        AppController *c = shell.controller();
-        CompanionChannelServer companion("org.zelmor.test.notifications.StatusbarApp");
-        QVERIFY(companion.listen());
-        QSignalSpy status(&companion, &CompanionChannelServer::statusReceived);
-
-        c->buttonPerform->setText(AppController::tr("Stop"));
-        emit c->progressChanged();
-        QVERIFY(status.wait(5000));
-        QCOMPARE(status.last().first().value<CompanionChannel::Status>().operation,
-                 QString("Get a complete copy of source codes of ZELLMOR from GitHub"));
-
-        c->selectItemWithTag(AppController::TagModules);
-        QVERIFY(status.wait(5000));
-        QCOMPARE(status.last().first().value<CompanionChannel::Status>().operation,
-                 QString("Get module initialized"));
     }
 
 private:
