@@ -11,6 +11,7 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
 #include <csignal>
 #include <cstdio>
@@ -132,6 +133,10 @@ private slots:
             QCOMPARE(store.stringValue(SettingsKeys::Workspace), path);
             QVERIFY(store.objectForKey(SettingsKeys::Workspace).isValid());
         }
+        // Removing it brings the default back; removing it again is silent.
+        store.removeObject(SettingsKeys::Workspace);
+        store.removeObject(SettingsKeys::Workspace);
+        QCOMPARE(store.stringValue(SettingsKeys::Workspace), QString("/Developer/ZELMOR"));
         // The number 1 reads as on for a check box but is not equal to "1",
         // which is what the quit switch asks for.
         const QString quit = SettingsKeys::QuitStatusbarApp;
@@ -316,11 +321,21 @@ private slots:
         QCOMPARE(keptAside(path).size(), 1);
         QCOMPARE(readFile(QFileInfo(path).absolutePath() + "/" + keptAside(path).first()), damaged);
 
-        // The tool does the same.
-        writeFile(path, "not json");
-        QCOMPARE(tool({"write", ToolDomain, "k", "-int", "2"}).code, 0);
+        // The tool does the same, and no damaged file is lost, even when
+        // several are kept within one second.
+        QList<QByteArray> contents{damaged};
+        for (const QByteArray &other : {QByteArray("not json"), QByteArray("{ third")}) {
+            writeFile(path, other);
+            contents << other;
+            QCOMPARE(tool({"write", ToolDomain, "k", "-int", "2"}).code, 0);
+        }
         QCOMPARE(tool({"read", ToolDomain, "k"}).out, QByteArray("2\n"));
-        QCOMPARE(keptAside(path).size(), 2);
+        QList<QByteArray> kept;
+        for (const QString &name : keptAside(path))
+            kept << readFile(QFileInfo(path).absolutePath() + "/" + name);
+        std::sort(contents.begin(), contents.end());
+        std::sort(kept.begin(), kept.end());
+        QCOMPARE(kept, contents);
     }
 
     // The application's store and the tool, as separate processes, each write
