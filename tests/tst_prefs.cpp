@@ -465,6 +465,16 @@ private slots:
         LoginAgent::install();
         QVERIFY(QFileInfo(agentPath()).isDir());
         QVERIFY(LoginAgent::isInstalled());
+
+        // Without a companion in the bundle there is nothing to name: nothing
+        // counts as installed, and nothing is written or removed.
+        Bundle::setMainBundlePath(m_dir.path());
+        QVERIFY(!LoginAgent::isInstalled());
+        LoginAgent::install();
+        LoginAgent::uninstall();
+        Bundle::setMainBundlePath(buildBundleDir());
+        QVERIFY(QFileInfo(agentPath()).isDir());
+        QCOMPARE(QDir(autostartFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
     }
 
     // Last, since their child removes the domain in the background.
