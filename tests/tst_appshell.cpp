@@ -8,14 +8,10 @@
 #include "platform/CompanionChannel.h"
 #include "platform/Relaunch.h"
 #include "settings/PrefsController.h"
-#include "settings/SettingsKeys.h"
-#include "settings/SettingsStore.h"
 #include "ui_MainWindow.h"
 #include "widgets/ConsoleFindBar.h"
 #include "widgets/Popover.h"
-#include "widgets/ProgressBar.h"
 #include "workflow/AppController.h"
-#include "workflow/MainWindow.h"
 
 #include <QClipboard>
 #include <QComboBox>
