@@ -12,12 +12,15 @@
 #include "widgets/ConsoleFindBar.h"
 #include "widgets/Popover.h"
 #include "workflow/AppController.h"
+#include "workflow/OperationNotice.h"
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QDBusConnection>
 #include <QFileDialog>
 #include <QMainWindow>
 #include <QMenu>
+#include <QProcess>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTimer>
@@ -32,6 +35,37 @@ SettingsStore &store()
 {
     return SettingsStore::standard();
 }
+
+// Stands in for the desktop's notification service on the test's own bus.
+class FakeNotifications : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+
+public:
+    struct Call
+    {
+        QString application, icon, summary, body;
+        QVariantMap hints;
+    };
+    QList<Call> calls;
+
+public slots:
+    uint Notify(const QString &application, uint replacesId, const QString &icon,
+                const QString &summary, const QString &body, const QStringList &actions,
+                const QVariantMap &hints, int timeout)
+    {
+        Q_UNUSED(replacesId)
+        Q_UNUSED(actions)
+        Q_UNUSED(timeout)
+        calls.append({application, icon, summary, body, hints});
+        emit notified();
+        return uint(calls.size());
+    }
+
+signals:
+    void notified();
+};
 
 // Stands in for a language: every text it knows comes back in brackets.
 class BracketTranslator : public QTranslator
@@ -85,8 +119,8 @@ struct MenuHarness : ControllerHarness
 } // namespace
 
 // Start-up, first launch and wizard, menus, the about window, finding in the
-// console and termination of the application, through the shell the
-// program's main() starts.
+// console, desktop notifications and termination of the application, through
+// the shell the program's main() starts.
 class TestAppShell : public QObject
 {
     Q_OBJECT
@@ -106,6 +140,28 @@ private slots:
         Bundle::setMainBundlePath(m_bundle);
 
         Relaunch::setHandler([this](float delay) { m_relaunches.append(delay); });
+
+        // A session bus of the test's own; the fake owns the notification
+        // service's name there, so no real one is started on demand.
+        m_bus.start("dbus-daemon", {"--session", "--nofork", "--print-address",
+                                    "--address=unix:dir=" + m_dir.path()});
+        QVERIFY(m_bus.waitForReadyRead(10000));
+        const QByteArray address = m_bus.readLine().trimmed();
+        QVERIFY(!address.isEmpty());
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+        QDBusConnection service = QDBusConnection::connectToBus(QString::fromUtf8(address), "fake");
+        QVERIFY(service.isConnected());
+        QVERIFY(service.registerObject("/org/freedesktop/Notifications", &m_fake,
+                                       QDBusConnection::ExportAllSlots));
+        QVERIFY(service.registerService("org.freedesktop.Notifications"));
+        QVERIFY(QDBusConnection::sessionBus().isConnected());
+    }
+
+    void cleanupTestCase()
+    {
+        QDBusConnection::disconnectFromBus("fake");
+        m_bus.terminate();
+        m_bus.waitForFinished(10000);
     }
 
     void init()
@@ -622,6 +678,75 @@ private slots:
         QVERIFY(!popover->isShown());
     }
 
+    void noticeNamesTheOperationAndHowItEnded_data()
+    {
+        QTest::addColumn<int>("tag");
+        QTest::addColumn<OperationEnd>("end");
+        QTest::addColumn<QString>("summary");
+        QTest::addColumn<QString>("body");
+        QTest::newRow("compile") << int(AppController::TagCompile) << OperationEnd::AllDone
+                                 << "Compile ZELMOR" << "All done.";
+        QTest::newRow("update") << int(AppController::TagUpdate) << OperationEnd::AllDone
+                                << "Update source codes and submodules" << "All done.";
+        QTest::newRow("modules") << int(AppController::TagModules) << OperationEnd::Done
+                                 << "Get module initialized" << "Done.";
+        QTest::newRow("clone stopped")
+            << int(AppController::TagClone) << OperationEnd::TerminatedByUser
+            << "Get a complete copy of source codes of ZELLMOR from GitHub"
+            << "Task terminated by user.";
+        QTest::newRow("no operation") << 0 << OperationEnd::Done << "ZELMOR Helper" << "Done.";
+    }
+    void noticeNamesTheOperationAndHowItEnded()
+    {
+        QFETCH(int, tag);
+        QFETCH(OperationEnd, end);
+        const OperationNotice notice = operationNotice(tag, end);
+        QTEST(notice.summary, "summary");
+        QTEST(notice.body, "body");
+    }
+
+    // The end of a real compile's last stage, first with the main window
+    // active, then with another window in front. Calls on one connection
+    // arrive in order, so the single notification that arrives proves the
+    // first end sent none.
+    void onlyAnInactiveWindowIsNotified()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, 0);
+        start();
+        AppController *c = m_shell->controller();
+        MainWindow *window = m_shell->window();
+        m_fake.calls.clear();
+        QSignalSpy notified(&m_fake, &FakeNotifications::notified);
+
+        QApplication::setActiveWindow(window);
+        QTRY_VERIFY(window->isActiveWindow());
+        endCompile(c);
+        QTRY_VERIFY(c->outputField->string().endsWith("All done.\n"));
+        QVERIFY(!c->unixTask);
+
+        QWidget other;
+        other.show();
+        QApplication::setActiveWindow(&other);
+        QTRY_VERIFY(!window->isActiveWindow());
+        c->selectItemWithTag(AppController::TagUpdate);
+        c->buttonPerform->setText(AppController::tr("Stop"));
+        c->runUnixTask("sleep 30", m_dir.path());
+        c->perform(); // Stop
+        QVERIFY(notified.wait(10000));
+        QCOMPARE(m_fake.calls.size(), 1);
+        const FakeNotifications::Call call = m_fake.calls.first();
+        QCOMPARE(call.application, QString("ZELMOR Helper"));
+        QCOMPARE(call.summary, QString("Update source codes and submodules"));
+        QCOMPARE(call.body, QString("Task terminated by user."));
+        QCOMPARE(call.icon, QString("org.zelmor.ZELMORHelper"));
+        QCOMPARE(call.hints.value("desktop-entry").toString(), QString("org.zelmor.ZELMORHelper"));
+
+        endCompile(c);
+        QVERIFY(notified.wait(10000));
+        QCOMPARE(m_fake.calls.last().summary, QString("Compile ZELMOR"));
+        QCOMPARE(m_fake.calls.last().body, QString("All done."));
+    }
+
     // Last, since it runs the application to its end: closing the main
     // window ends it, and the end asks the companion to quit.
     void closingTheMainWindowEndsTheApplication()
@@ -644,6 +769,16 @@ private slots:
     }
 
 private:
+    // The compile's copy stage ends: "All done.".
+    void endCompile(AppController *c)
+    {
+        c->selectItemWithTag(AppController::TagCompile);
+        c->buttonPerform->setText(AppController::tr("Stop"));
+        c->now = 2;
+        c->terminatedByUser = 0;
+        c->runUnixTask("true", m_dir.path());
+    }
+
     void start()
     {
         m_shell = std::make_unique<ApplicationShell>();
@@ -659,6 +794,8 @@ private:
     Ui::MainWindow *ui() const { return m_shell->window()->ui(); }
 
     QTemporaryDir m_dir;
+    QProcess m_bus;
+    FakeNotifications m_fake;
     QString m_bundle;
     QString m_statusbarMarker;
     QString m_installerMarker;
