@@ -20,6 +20,7 @@
 #include <QMenu>
 #include <QProcess>
 #include <QTableWidget>
+#include <QTranslator>
 
 #include <csignal>
 
@@ -199,20 +200,37 @@ private slots:
         QCOMPARE(quits.count(), 2);
     }
 
-    // Offscreen there is no tray: the companion says so and leaves without
-    // taking the channel, however it was started.
+    // Offscreen there is no tray: the companion says so, in the user's
+    // language (it loads the application's table), and leaves without taking
+    // the channel, however it was started.
     void withoutTrayItExitsCleanly_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("by hand") << QStringList{};
-        QTest::newRow("login agent") << QStringList{"-runMode", "autoLaunched"};
+        columns<QStringList, QString>({"arguments", "language"});
+        QTest::newRow("by hand") << QStringList{} << "en";
+        QTest::newRow("login agent") << QStringList{"-runMode", "autoLaunched"} << "en";
+        QTest::newRow("German") << QStringList{} << "de";
+        QTest::newRow("French, German second") << QStringList{} << "fr:de";
+        QTest::newRow("Spanish") << QStringList{} << "es";
     }
     void withoutTrayItExitsCleanly()
     {
         QFETCH(QStringList, arguments);
+        QFETCH(QString, language);
+        const char *english = "No system tray is available on this desktop; exiting.";
+        QString expected = english;
+        if (language != "en") {
+            QTranslator table;
+            QVERIFY(table.load(":/i18n/zelmorhelper_" + language.left(2) + ".qm"));
+            expected = table.translate("StatusbarCompanion", english);
+            QVERIFY(!expected.isEmpty() && expected != QLatin1String(english));
+        }
         QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("LANGUAGE", language);
+        process.setProcessEnvironment(environment);
         runToEnd(process, arguments);
-        QVERIFY(process.readAllStandardError().contains("No system tray is available"));
+        const QString said = QString::fromUtf8(process.readAllStandardError());
+        QVERIFY2(said.contains(expected), qPrintable(said));
         QVERIFY(!CompanionChannel::isRunning(ZELMOR_STATUSBAR_BUNDLE_ID));
     }
 
