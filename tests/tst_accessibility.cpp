@@ -48,10 +48,11 @@ bool needsName(QAccessible::Role role)
 {
     using A = QAccessible;
     static const QList<QAccessible::Role> roles{
-        A::PushButton, A::CheckBox,  A::RadioButton, A::ComboBox,     A::EditableText, A::ProgressBar,
-        A::Slider,     A::SpinBox,   A::Table,       A::List,         A::Tree,         A::MenuItem,
-        A::ButtonMenu, A::ButtonDropDown, A::PageTab, A::Link,        A::Graphic,      A::PopupMenu,
-        A::Dialog,     A::Window,    A::AlertMessage, A::HelpBalloon};
+        A::PushButton,   A::CheckBox,   A::RadioButton, A::ComboBox,       A::EditableText,
+        A::ProgressBar,  A::Slider,     A::SpinBox,     A::Table,          A::List,
+        A::Tree,         A::MenuItem,   A::ButtonMenu,  A::ButtonDropDown, A::PageTab,
+        A::Link,         A::Graphic,    A::PopupMenu,   A::Dialog,         A::Window,
+        A::AlertMessage, A::HelpBalloon};
     return roles.contains(role);
 }
 
@@ -406,7 +407,8 @@ private slots:
     // buttons included.
     void tabReachesEveryControl_data()
     {
-        windowRows({Main, PrefsPaths, PrefsSwitches, FirstLaunchSheet, WizardSheet, Alert, Installer});
+        windowRows(
+            {Main, PrefsPaths, PrefsSwitches, FirstLaunchSheet, WizardSheet, Alert, Installer});
     }
     void tabReachesEveryControl()
     {

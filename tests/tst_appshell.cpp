@@ -317,9 +317,11 @@ private slots:
         QVERIFY(QDir().mkpath(dev));
         store().setObject(SettingsKeys::Workspace, dev + "/ZELMOR");
         store().setObject(SettingsKeys::Output, dev + "/ZELMOR/Output");
-        (workspace ? delegate()->wizardBrowseWorkspaceButton : delegate()->wizardBrowseOutputButton)->click();
+        (workspace ? delegate()->wizardBrowseWorkspaceButton : delegate()->wizardBrowseOutputButton)
+            ->click();
         QFileDialog *dialog = nullptr;
-        QTRY_VERIFY((dialog = delegate()->wizardWindow->findChild<QFileDialog *>()) && dialog->isVisible());
+        QTRY_VERIFY((dialog = delegate()->wizardWindow->findChild<QFileDialog *>()) &&
+                    dialog->isVisible());
         QCOMPARE(dialog->directory().absolutePath(), dev);
         dialog->reject();
         QCOMPARE(store().stringValue(SettingsKeys::Workspace), dev + "/ZELMOR");
@@ -518,7 +520,8 @@ private slots:
 
     void findInText_data()
     {
-        columns<QString, int, int, bool, int>({"needle", "selectionStart", "selectionEnd", "backward", "expected"});
+        columns<QString, int, int, bool, int>(
+            {"needle", "selectionStart", "selectionEnd", "backward", "expected"});
         // Text: "ab cab CAB ab" (matches of "ab" at 0, 4, 8, 11)
         QTest::newRow("next from start") << "ab" << 0 << 0 << false << 0;
         QTest::newRow("next after selection") << "ab" << 4 << 6 << false << 8;
@@ -538,7 +541,8 @@ private slots:
         QFETCH(int, selectionEnd);
         QFETCH(bool, backward);
         QFETCH(int, expected);
-        const TextMatch match = ::findInText("ab cab CAB ab", needle, selectionStart, selectionEnd, backward);
+        const TextMatch match =
+            ::findInText("ab cab CAB ab", needle, selectionStart, selectionEnd, backward);
         QCOMPARE(match.start, qsizetype(expected));
         if (match.found())
             QCOMPARE(match.length, needle.size());

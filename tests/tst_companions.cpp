@@ -259,7 +259,8 @@ private slots:
                 QVERIFY(second.readAllStandardError().contains("already running"));
                 QCOMPARE(first.state(), QProcess::Running);
                 QVERIFY(CompanionChannel::isRunning(id));
-                SettingsStore::standard().setObject(SettingsKeys::QuitStatusbarApp, QStringLiteral("1"));
+                SettingsStore::standard().setObject(SettingsKeys::QuitStatusbarApp,
+                                                    QStringLiteral("1"));
                 QCOMPARE(quitStatusbarAppIfAsked(id), CompanionQuit::Asked);
             } else {
                 ::kill(static_cast<pid_t>(first.processId()), SIGTERM);

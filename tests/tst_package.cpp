@@ -98,11 +98,13 @@ private slots:
         QCOMPARE(QFileInfo(m_root + "/usr/bin/zelmor-helper").symLinkTarget(),
                  m_root + InstalledBundle + "/Contents/MacOS/ZELMORHelper");
         // The autostart entry names the companion where the package puts it.
-        const QString companion = InstalledBundle + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp"
-                                                    ".app/Contents/MacOS/ZELMORHelperStatusbarApp";
+        const QString companion = InstalledBundle +
+                                  "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp"
+                                  ".app/Contents/MacOS/ZELMORHelperStatusbarApp";
         QVERIFY(QFileInfo(m_root + companion).isExecutable());
-        QVERIFY(readFile(m_root + "/usr/share/applications/org.zelmor.ZELMORHelperStatusbarApp.desktop")
-                    .contains("\nExec=\"" + companion.toUtf8() + "\" -runMode autoLaunched\n"));
+        QVERIFY(
+            readFile(m_root + "/usr/share/applications/org.zelmor.ZELMORHelperStatusbarApp.desktop")
+                .contains("\nExec=\"" + companion.toUtf8() + "\" -runMode autoLaunched\n"));
     }
 
     void desktopFilesValidate_data()

@@ -184,13 +184,18 @@ private slots:
     {
         columns<float, QString, QString>({"delay", "bundle", "expected"});
 #ifdef Q_OS_MACOS
-        QTest::newRow("2.0") << 2.0f << "/Applications/B.app" << R"(sleep 2.000000; open "/Applications/B.app")";
-        QTest::newRow("0.5") << 0.5f << "/Applications/B.app" << R"(sleep 0.500000; open "/Applications/B.app")";
-        QTest::newRow("blanks") << 2.0f << m_bundle << QString(R"(sleep 2.000000; open "%1")").arg(m_bundle);
+        QTest::newRow("2.0") << 2.0f << "/Applications/B.app"
+                             << R"(sleep 2.000000; open "/Applications/B.app")";
+        QTest::newRow("0.5") << 0.5f << "/Applications/B.app"
+                             << R"(sleep 0.500000; open "/Applications/B.app")";
+        QTest::newRow("blanks") << 2.0f << m_bundle
+                                << QString(R"(sleep 2.000000; open "%1")").arg(m_bundle);
 #else
         const QString program = m_bundle + "/Contents/MacOS/probe";
-        QTest::newRow("2.0, blanks") << 2.0f << m_bundle << QString(R"(sleep 2.000000; exec "%1")").arg(program);
-        QTest::newRow("0.5") << 0.5f << m_bundle << QString(R"(sleep 0.500000; exec "%1")").arg(program);
+        QTest::newRow("2.0, blanks")
+            << 2.0f << m_bundle << QString(R"(sleep 2.000000; exec "%1")").arg(program);
+        QTest::newRow("0.5") << 0.5f << m_bundle
+                             << QString(R"(sleep 0.500000; exec "%1")").arg(program);
         // Not started from a bundle: the running program comes back.
         QTest::newRow("no bundle")
             << 2.0f << m_dir.path()

@@ -45,7 +45,8 @@ QString autostartFolder()
 
 QString agentPath()
 {
-    return autostartFolder() + "/" + Bundle::readInfo(Bundle::statusbarAppPath())->identifier + ".desktop";
+    return autostartFolder() + "/" + Bundle::readInfo(Bundle::statusbarAppPath())->identifier +
+           ".desktop";
 }
 
 // Records the order in which watched widgets become disabled.
@@ -160,11 +161,14 @@ private slots:
 
     void defaultNameSwitch_data()
     {
-        columns<QString, QString, QString, QString>({"workspace", "output", "newWorkspace", "newOutput"});
+        columns<QString, QString, QString, QString>(
+            {"workspace", "output", "newWorkspace", "newOutput"});
         QTest::newRow("substring kept") << "/x/ZELMORsrc" << "/Developer/ZELMOR/Output"
                                         << "/x/ZELMORsrc" << "/Developer/ZELMOR/Output";
-        QTest::newRow("other case extended") << "/x/zelmor" << "/Developer/ZELMOR/Out"
-                                             << "/x/zelmor/ZELMOR" << "/Developer/ZELMOR/Out/ZELMOR/Output";
+        QTest::newRow("other case extended") << "/x/zelmor"
+                                             << "/Developer/ZELMOR/Out"
+                                             << "/x/zelmor/ZELMOR"
+                                             << "/Developer/ZELMOR/Out/ZELMOR/Output";
         QTest::newRow("output from its own text") << "/Users/a/ZELMOR" << "/Users/a/Out"
                                                   << "/Users/a/ZELMOR" << "/Users/a/Out/ZELMOR/Output";
         QTest::newRow("trailing slash kept") << "/a/" << "" << "/a//ZELMOR" << "/ZELMOR/Output";
@@ -253,9 +257,10 @@ private slots:
     {
         QFETCH(QString, typed);
         const QStringList existing{"/a/Dev", "/a/Dev/inner", "/b", "/home/u/x"};
-        QTEST(FolderChoice::shownFolder("/a/Dev", typed, "/home/u",
-                                        [&](const QString &path) { return existing.contains(path); }),
-              "expected");
+        QTEST(
+            FolderChoice::shownFolder("/a/Dev", typed, "/home/u",
+                                      [&](const QString &path) { return existing.contains(path); }),
+            "expected");
     }
 
     void startFolder_data()
@@ -278,9 +283,10 @@ private slots:
         QFETCH(QString, stored);
         QFETCH(QString, appended);
         const QStringList existing{"/", "/a", "/a/Dev", "/home/u"};
-        QTEST(FolderChoice::startFolder(stored, appended, "/home/u",
-                                        [&](const QString &path) { return existing.contains(path); }),
-              "expected");
+        QTEST(
+            FolderChoice::startFolder(stored, appended, "/home/u",
+                                      [&](const QString &path) { return existing.contains(path); }),
+            "expected");
     }
 
     // The real chooser opens where choosing again gives back the stored
@@ -400,16 +406,18 @@ private slots:
 
     void launchAgentPlist()
     {
-        QCOMPARE(LoginAgent::launchAgentPlist("org.z.HelperStatusbarApp", "/A b/Z & Co.app/Contents/MacOS/s"),
-                 QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                            "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
-                            "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
-                            "<plist version=\"1.0\">\n\t<dict>\n"
-                            "\t\t<key>Label</key>\n\t\t<string>org.z.HelperStatusbarApp</string>\n"
-                            "\t\t<key>ProgramArguments</key>\n\t\t<array>\n"
-                            "\t\t\t<string>/A b/Z &amp; Co.app/Contents/MacOS/s</string>\n"
-                            "\t\t\t<string>-runMode</string>\n\t\t\t<string>autoLaunched</string>\n"
-                            "\t\t</array>\n\t\t<key>RunAtLoad</key>\n\t\t<true/>\n\t</dict>\n</plist>\n"));
+        QCOMPARE(LoginAgent::launchAgentPlist("org.z.HelperStatusbarApp",
+                                              "/A b/Z & Co.app/Contents/MacOS/s"),
+                 QByteArray(
+                     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                     "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                     "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+                     "<plist version=\"1.0\">\n\t<dict>\n"
+                     "\t\t<key>Label</key>\n\t\t<string>org.z.HelperStatusbarApp</string>\n"
+                     "\t\t<key>ProgramArguments</key>\n\t\t<array>\n"
+                     "\t\t\t<string>/A b/Z &amp; Co.app/Contents/MacOS/s</string>\n"
+                     "\t\t\t<string>-runMode</string>\n\t\t\t<string>autoLaunched</string>\n"
+                     "\t\t</array>\n\t\t<key>RunAtLoad</key>\n\t\t<true/>\n\t</dict>\n</plist>\n"));
     }
 
     // The startup switch writes a valid entry and removes it; the window
@@ -428,7 +436,8 @@ private slots:
                          + "\" -runMode autoLaunched\nX-GNOME-Autostart-enabled=true\n");
             QVERIFY(LoginAgent::isInstalled());
             int exitCode = -1;
-            QCOMPARE(run("desktop-file-validate", {agentPath()}, QString(), &exitCode), QByteArray());
+            QCOMPARE(run("desktop-file-validate", {agentPath()}, QString(), &exitCode),
+                     QByteArray());
             QCOMPARE(exitCode, 0);
             prefs.enableStartup->click();
             QVERIFY(!QFileInfo::exists(agentPath()));
@@ -474,7 +483,8 @@ private slots:
         LoginAgent::uninstall();
         Bundle::setMainBundlePath(buildBundleDir());
         QVERIFY(QFileInfo(agentPath()).isDir());
-        QCOMPARE(QDir(autostartFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
+        QCOMPARE(QDir(autostartFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(),
+                 1);
     }
 
     // Last, since their child removes the domain in the background.

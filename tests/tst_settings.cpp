@@ -48,9 +48,9 @@ Outcome runToEnd(const QString &program, const QStringList &arguments, bool with
     QProcess process;
     if (withoutOverride && ::geteuid() == 0)
         process.start("setpriv",
-                      QStringList{"--inh-caps=-all", "--bounding-set=-dac_override,-dac_read_search",
-                                  "--", program}
-                          + arguments);
+                      QStringList{"--inh-caps=-all",
+                                  "--bounding-set=-dac_override,-dac_read_search", "--", program} +
+                          arguments);
     else
         process.start(program, arguments);
     process.closeWriteChannel();
@@ -184,14 +184,16 @@ private slots:
         columns<QByteArray, int, bool>({"file", "expected", "damaged"});
         const int intMax = std::numeric_limits<int>::max();
         QTest::newRow("huge") << QByteArray("1e308") << intMax << false;
-        QTest::newRow("huge negative") << QByteArray("-1e308") << std::numeric_limits<int>::min() << false;
+        QTest::newRow("huge negative")
+            << QByteArray("-1e308") << std::numeric_limits<int>::min() << false;
         QTest::newRow("beyond double") << QByteArray("1e999") << 0 << true;
         QTest::newRow("beyond long long") << QByteArray("92233720368547758070") << intMax << false;
         QTest::newRow("long long max") << QByteArray("9223372036854775807") << intMax << false;
         QTest::newRow("fraction") << QByteArray("-2.75") << -2 << false;
         QTest::newRow("true") << QByteArray("true") << 1 << false;
         QTest::newRow("array") << QByteArray("[1]") << 0 << false;
-        QTest::newRow("digits in a string") << QByteArray("\"  99999999999999999999\"") << intMax << false;
+        QTest::newRow("digits in a string")
+            << QByteArray("\"  99999999999999999999\"") << intMax << false;
     }
     void storedNumbersReadAsInt()
     {
@@ -246,8 +248,10 @@ private slots:
         QTest::newRow("int not a number")
             << QStringList{"write", d, "k", "-int", "x1"} << 2 << "is not an integer" << false;
         QTest::newRow("write without value") << QStringList{"write", d, "k"} << 2 << "usage" << false;
-        QTest::newRow("unknown type") << QStringList{"write", d, "k", "-float", "1"} << 2 << "usage" << false;
-        QTest::newRow("domain with slash") << QStringList{"read", "../etc"} << 2 << "is not a domain name" << false;
+        QTest::newRow("unknown type")
+            << QStringList{"write", d, "k", "-float", "1"} << 2 << "usage" << false;
+        QTest::newRow("domain with slash")
+            << QStringList{"read", "../etc"} << 2 << "is not a domain name" << false;
         QTest::newRow("read too many") << QStringList{"read", d, "a", "b"} << 2 << "usage" << false;
     }
     void toolErrors()
@@ -352,7 +356,8 @@ private slots:
             QProcess application, defaults;
             application.start(QCoreApplication::applicationFilePath(),
                               {"--set", domain, "app", QString::number(round)});
-            defaults.start(defaultsTool(), {"write", domain, "tool", "-int", QString::number(round)});
+            defaults.start(defaultsTool(),
+                           {"write", domain, "tool", "-int", QString::number(round)});
             QVERIFY(application.waitForFinished(180000));
             QVERIFY(defaults.waitForFinished(180000));
             QCOMPARE(application.exitCode(), 0);
@@ -442,7 +447,8 @@ private slots:
 
         // The user bits of QFileInfo say what this (root) process may do; the
         // owner bits are the file's own mode.
-        QCOMPARE(QFileInfo(path).permissions() & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser),
+        QCOMPARE(QFileInfo(path).permissions() &
+                     ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser),
                  QFile::Permissions());
         QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
         QCOMPARE(readFile(path), content);
@@ -457,8 +463,8 @@ private slots:
         SettingsStore store(domain);
         store.registerApplicationDefaults("/b");
         const QString path = store.persisted().filePath();
-        const QByteArray content =
-            "{ \"Workspace\": \"/mine\", \"pad\": \"" + QByteArray(SettingsFile::MaxBytes, 'x') + "\" }";
+        const QByteArray content = "{ \"Workspace\": \"/mine\", \"pad\": \"" +
+                                   QByteArray(SettingsFile::MaxBytes, 'x') + "\" }";
         writeFile(path, content);
 
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("settings file .* is larger than "

@@ -507,7 +507,8 @@ private slots:
         const QString marker = markerFolder() + "/" + QTest::currentDataTag();
         const QString url = QString(payload).replace(Marker, marker);
         // The ordinary module comes first, so every value keeps it in reach.
-        const QString gitmodules = gitmodulesEntry("tools", m_fixture->toolsURL()) + gitmodulesEntry("evil", url);
+        const QString gitmodules =
+            gitmodulesEntry("tools", m_fixture->toolsURL()) + gitmodulesEntry("evil", url);
         resetWorkspace(gitmodules);
         const auto before = snapshot(m_fixture->root(), {"workspace/tools", "workspace/.git/config"});
         const auto home = snapshot(TestSupport::homeDir(), {".config"});
@@ -548,9 +549,10 @@ private slots:
     {
         const QString first = QStringLiteral("x;touch${IFS}") + markerFolder() + "/first";
         const QString tools = "file://" + m_fixture->toolsURL();
-        resetWorkspace(gitmodulesEntry("a", first) + gitmodulesEntry("lang", m_fixture->langURL())
-                       + gitmodulesEntry("b", "https://host/owner/.git") + gitmodulesEntry("tools", tools)
-                       + gitmodulesEntry("c", "https://h/owner/~.git"));
+        resetWorkspace(gitmodulesEntry("a", first) + gitmodulesEntry("lang", m_fixture->langURL()) +
+                       gitmodulesEntry("b", "https://host/owner/.git") +
+                       gitmodulesEntry("tools", tools) +
+                       gitmodulesEntry("c", "https://h/owner/~.git"));
         Harness h;
         h.perform(AppController::TagModules);
         QCOMPARE(h.console(), moduleTranscript(workspace(), "lang"));
@@ -637,7 +639,8 @@ private slots:
     void updateTreatsRefusedEntryAsMissing()
     {
         const QString url = QStringLiteral("x;touch${IFS}") + markerFolder() + "/update";
-        resetWorkspace(gitmodulesEntry("lang", m_fixture->langURL()) + gitmodulesEntry("evil", url));
+        resetWorkspace(gitmodulesEntry("lang", m_fixture->langURL()) +
+                       gitmodulesEntry("evil", url));
         m_fixture->cloneModule(m_fixture->langURL(), "lang");
         Harness h;
         h.perform(AppController::TagUpdate);

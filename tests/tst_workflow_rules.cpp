@@ -148,7 +148,8 @@ private slots:
         QTest::newRow("carriage returns stay in the URL")
             << QString(two).replace("\n", "\r\n") << QStringList{lang + "\r", tools + "\r"};
         QTest::newRow("third key line shifts the stride")
-            << QString(one).insert(one.indexOf("\turl"), "\tbranch = main\n") + gitmodulesEntry("tools", tools)
+            << QString(one).insert(one.indexOf("\turl"), "\tbranch = main\n") +
+                   gitmodulesEntry("tools", tools)
             << QStringList{"main", "tools"};
         QTest::newRow("blank line between entries")
             << one + "\n" + gitmodulesEntry("tools", tools) << QStringList{lang, "="};
