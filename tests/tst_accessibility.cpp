@@ -46,33 +46,14 @@ SettingsStore &store()
 // Roles a user operates or reads; each needs a name to be told apart.
 bool needsName(QAccessible::Role role)
 {
-    switch (role) {
-    case QAccessible::PushButton:
-    case QAccessible::CheckBox:
-    case QAccessible::RadioButton:
-    case QAccessible::ComboBox:
-    case QAccessible::EditableText:
-    case QAccessible::ProgressBar:
-    case QAccessible::Slider:
-    case QAccessible::SpinBox:
-    case QAccessible::Table:
-    case QAccessible::List:
-    case QAccessible::Tree:
-    case QAccessible::MenuItem:
-    case QAccessible::ButtonMenu:
-    case QAccessible::ButtonDropDown:
-    case QAccessible::PageTab:
-    case QAccessible::Link:
-    case QAccessible::Graphic:
-    case QAccessible::PopupMenu:
-    case QAccessible::Dialog:
-    case QAccessible::Window:
-    case QAccessible::AlertMessage:
-    case QAccessible::HelpBalloon:
-        return true;
-    default:
-        return false;
-    }
+    using A = QAccessible;
+    static const QList<QAccessible::Role> roles{
+        A::PushButton,   A::CheckBox,   A::RadioButton, A::ComboBox,       A::EditableText,
+        A::ProgressBar,  A::Slider,     A::SpinBox,     A::Table,          A::List,
+        A::Tree,         A::MenuItem,   A::ButtonMenu,  A::ButtonDropDown, A::PageTab,
+        A::Link,         A::Graphic,    A::PopupMenu,   A::Dialog,         A::Window,
+        A::AlertMessage, A::HelpBalloon};
+    return roles.contains(role);
 }
 
 struct Walk
@@ -131,6 +112,18 @@ enum Window {
     StatusbarMenu,
     WizardHint, // the popover of the first-launch sheet
 };
+
+const char *const WindowNames[] = {"main window with find bar", "preferences, Paths",
+                                   "preferences, Switches", "first-launch sheet", "wizard sheet",
+                                   "about window", "alert", "installer", "status-bar menu",
+                                   "wizard hint"};
+
+void windowRows(std::initializer_list<Window> windows)
+{
+    QTest::addColumn<Window>("window");
+    for (Window window : windows)
+        QTest::newRow(WindowNames[window]) << window;
+}
 
 QPalette palette(const QColor &window, const QColor &base, const QColor &text)
 {
@@ -197,17 +190,8 @@ private slots:
     // window presents itself as a filler pane.
     void everyControlIsNamed_data()
     {
-        QTest::addColumn<Window>("window");
-        QTest::newRow("main window with find bar") << Main;
-        QTest::newRow("preferences, Paths") << PrefsPaths;
-        QTest::newRow("preferences, Switches") << PrefsSwitches;
-        QTest::newRow("first-launch sheet") << FirstLaunchSheet;
-        QTest::newRow("wizard sheet") << WizardSheet;
-        QTest::newRow("about window") << About;
-        QTest::newRow("alert") << Alert;
-        QTest::newRow("installer") << Installer;
-        QTest::newRow("status-bar menu") << StatusbarMenu;
-        QTest::newRow("wizard hint") << WizardHint;
+        windowRows({Main, PrefsPaths, PrefsSwitches, FirstLaunchSheet, WizardSheet, About, Alert,
+                    Installer, StatusbarMenu, WizardHint});
     }
     void everyControlIsNamed()
     {
@@ -225,14 +209,10 @@ private slots:
         QVERIFY(result.named > 0);
     }
 
-    // The two choosers of a window are told apart by what they choose.
-    void selectButtonsSayWhatTheyChoose_data()
-    {
-        QTest::addColumn<Window>("window");
-        QTest::newRow("preferences") << PrefsPaths;
-        QTest::newRow("wizard") << WizardSheet;
-    }
-    void selectButtonsSayWhatTheyChoose()
+    // The two choosers of a window are told apart by what they choose, and
+    // the path fields are named by their labels.
+    void choosersAndFieldsSayWhatTheyAre_data() { windowRows({PrefsPaths, WizardSheet}); }
+    void choosersAndFieldsSayWhatTheyAre()
     {
         QFETCH(Window, window);
         QWidget *w = open(window);
@@ -246,19 +226,7 @@ private slots:
         QVERIFY(names.at(0) != names.at(1));
         for (const QString &name : names)
             QVERIFY2(name.startsWith("Select "), qPrintable(name)); // what is seen is what is said
-    }
-
-    void pathFieldsAreNamedByTheirLabels_data()
-    {
-        QTest::addColumn<Window>("window");
-        QTest::newRow("preferences") << PrefsPaths;
-        QTest::newRow("wizard") << WizardSheet;
-    }
-    void pathFieldsAreNamedByTheirLabels()
-    {
-        QFETCH(Window, window);
-        QWidget *w = open(window);
-        QStringList names;
+        names.clear();
         for (QLineEdit *field : w->findChildren<QLineEdit *>())
             names << accessible(field)->text(QAccessible::Name);
         names.sort();
@@ -309,71 +277,55 @@ private slots:
         QVERIFY(byClick.first() != before || agentByClick.first());
     }
 
-    // Filling the window sets the boxes and stores or writes nothing: a
-    // hand-made agent file stays as it is.
-    void fillingTheWindowChangesNothing()
-    {
-        store().setObject(SettingsKeys::Log, 1);
-        store().setObject(SettingsKeys::QuitStatusbarApp, 1);
-        store().setObject(SettingsKeys::DefaultNameZELMOR, 0);
-        TestSupport::writeFile(LoginAgent::agentFilePath(), "made by hand\n");
-        const QVariantMap before = store().persisted().values();
-        PrefsController prefs(nullptr);
-        QVERIFY(prefs.enableLogCheckBox->isChecked() && prefs.enableStartup->isChecked());
-        QCOMPARE(store().persisted().values(), before);
-        QCOMPARE(TestSupport::readFile(LoginAgent::agentFilePath()), QByteArray("made by hand\n"));
-    }
-
     // Press does what a click does, button by button.
     void pressActs_data()
     {
-        QTest::addColumn<Window>("window");
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<Acted>("acted");
+        TestSupport::columns<Window, QString, Acted>({"window", "button", "acted"});
         using T = TestAccessibility;
-        QTest::newRow("Perform") << Main << "buttonPerform" << std::function([](T *t) {
+        const auto row = [](const char *name, Window window, const char *button, Acted acted) {
+            QTest::newRow(name) << window << QString(button) << acted;
+        };
+        row("Perform", Main, "buttonPerform", [](T *t) {
             return !t->m_shell->controller()->outputField->toPlainText().isEmpty();
         });
-        QTest::newRow("find bar, Done") << Main << "Done" << std::function([](T *t) {
+        row("find bar, Done", Main, "Done", [](T *t) {
             return !t->m_shell->menu()->findBar()->isVisible();
         });
-        QTest::newRow("Select workspace") << PrefsPaths << "browserRootButton" << std::function([](T *t) {
+        row("Select workspace", PrefsPaths, "browserRootButton", [](T *t) {
             return t->m_prefsChoosers == QList{PrefsController::Chooser::Workspace};
         });
-        QTest::newRow("Select output") << PrefsPaths << "browserOutputButton" << std::function([](T *t) {
+        row("Select output", PrefsPaths, "browserOutputButton", [](T *t) {
             return t->m_prefsChoosers == QList{PrefsController::Chooser::Output};
         });
-        QTest::newRow("help") << PrefsPaths << "helpButton" << std::function([](T *t) {
+        row("help", PrefsPaths, "helpButton", [](T *t) {
             return t->m_shell->prefsController()->popover->isShown();
         });
-        QTest::newRow("Switches page") << PrefsPaths << "Switches" << std::function([](T *t) {
+        row("Switches page", PrefsPaths, "Switches", [](T *t) {
             return t->m_shell->prefsController()->switchView->isVisible();
         });
-        QTest::newRow("Reset Warnings") << PrefsSwitches << "switchResetWarnings" << std::function([](T *) {
+        row("Reset Warnings", PrefsSwitches, "switchResetWarnings", [](T *) {
             return store().objectForKey(SettingsKeys::FirstLaunch) == QVariant(QString("1"));
         });
-        QTest::newRow("first-launch OK") << FirstLaunchSheet << "firstOKButton" << std::function([](T *) {
+        row("first-launch OK", FirstLaunchSheet, "firstOKButton", [](T *) {
             return store().intValue(SettingsKeys::FirstLaunch) == 0;
         });
-        QTest::newRow("wizard Select") << WizardSheet << "wizardBrowseOutputButton" << std::function([](T *t) {
+        row("wizard Select", WizardSheet, "wizardBrowseOutputButton", [](T *t) {
             return t->m_wizardChoosers == 1;
         });
-        QTest::newRow("wizard help") << WizardSheet << "wizardHelpButton" << std::function([](T *t) {
+        row("wizard help", WizardSheet, "wizardHelpButton", [](T *t) {
             return t->m_shell->delegate()->iniPopover->isShown();
         });
-        QTest::newRow("wizard hint") << WizardHint << "" << std::function([](T *t) {
-            return t->m_wizardHints == 1;
-        });
-        QTest::newRow("wizard OK") << WizardSheet << "wizardOKButton" << std::function([](T *) {
+        row("wizard hint", WizardHint, "", [](T *t) { return t->m_wizardHints == 1; });
+        row("wizard OK", WizardSheet, "wizardOKButton", [](T *) {
             return store().objectForKey(SettingsKeys::Initialization) == QVariant(0);
         });
-        QTest::newRow("alert, second button") << Alert << "Replace" << std::function([](T *t) {
+        row("alert, second button", Alert, "Replace", [](T *t) {
             return t->m_alertAnswer == AlertSheet::FirstButtonReturn + 1;
         });
-        QTest::newRow("installer, Check Again") << Installer << "checkAgainButton" << std::function([](T *t) {
+        row("installer, Check Again", Installer, "checkAgainButton", [](T *t) {
             return t->m_installerChecks == 2;
         });
-        QTest::newRow("installer, Close") << Installer << "closeButton" << std::function([](T *t) {
+        row("installer, Close", Installer, "closeButton", [](T *t) {
             return !t->m_installer->isVisible();
         });
     }
@@ -455,14 +407,8 @@ private slots:
     // buttons included.
     void tabReachesEveryControl_data()
     {
-        QTest::addColumn<Window>("window");
-        QTest::newRow("main window with find bar") << Main;
-        QTest::newRow("preferences, Paths") << PrefsPaths;
-        QTest::newRow("preferences, Switches") << PrefsSwitches;
-        QTest::newRow("first-launch sheet") << FirstLaunchSheet;
-        QTest::newRow("wizard sheet") << WizardSheet;
-        QTest::newRow("alert") << Alert;
-        QTest::newRow("installer") << Installer;
+        windowRows(
+            {Main, PrefsPaths, PrefsSwitches, FirstLaunchSheet, WizardSheet, Alert, Installer});
     }
     void tabReachesEveryControl()
     {
@@ -526,13 +472,7 @@ private slots:
         QVERIFY(prefs->pathsView->isVisible() && !prefs->switchView->isVisible());
     }
 
-    void escapeCloses_data()
-    {
-        QTest::addColumn<Window>("window");
-        QTest::newRow("preferences") << PrefsPaths;
-        QTest::newRow("about window") << About;
-        QTest::newRow("installer") << Installer;
-    }
+    void escapeCloses_data() { windowRows({PrefsPaths, About, Installer}); }
     void escapeCloses()
     {
         QFETCH(Window, window);
@@ -598,8 +538,7 @@ private slots:
     // so the sequence comes back at the next start.
     void quitWhileASheetIsOpen_data()
     {
-        QTest::addColumn<Window>("window");
-        QTest::addColumn<QString>("key");
+        TestSupport::columns<Window, QString>({"window", "key"});
         QTest::newRow("first-launch sheet") << FirstLaunchSheet << SettingsKeys::FirstLaunch;
         QTest::newRow("wizard sheet") << WizardSheet << SettingsKeys::Initialization;
     }

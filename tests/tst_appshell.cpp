@@ -1,5 +1,6 @@
-#include "TestSupport.h"
+#include "ControllerHarness.h"
 
+#include "app/AboutController.h"
 #include "app/ApplicationShell.h"
 #include "app/MainMenu.h"
 #include "app/ZELMORHelperAppDelegate.h"
@@ -7,17 +8,20 @@
 #include "platform/CompanionChannel.h"
 #include "platform/Relaunch.h"
 #include "settings/PrefsController.h"
-#include "settings/SettingsKeys.h"
-#include "settings/SettingsStore.h"
 #include "ui_MainWindow.h"
+#include "widgets/ConsoleFindBar.h"
 #include "widgets/Popover.h"
-#include "widgets/ProgressBar.h"
 #include "workflow/AppController.h"
-#include "workflow/MainWindow.h"
+#include "workflow/OperationNotice.h"
 
+#include <QClipboard>
 #include <QComboBox>
+#include <QDBusConnection>
+#include <QFileDialog>
 #include <QMainWindow>
 #include <QMenu>
+#include <QProcess>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QToolButton>
@@ -31,6 +35,37 @@ SettingsStore &store()
 {
     return SettingsStore::standard();
 }
+
+// Stands in for the desktop's notification service on the test's own bus.
+class FakeNotifications : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+
+public:
+    struct Call
+    {
+        QString application, icon, summary, body;
+        QVariantMap hints;
+    };
+    QList<Call> calls;
+
+public slots:
+    uint Notify(const QString &application, uint replacesId, const QString &icon,
+                const QString &summary, const QString &body, const QStringList &actions,
+                const QVariantMap &hints, int timeout)
+    {
+        Q_UNUSED(replacesId)
+        Q_UNUSED(actions)
+        Q_UNUSED(timeout)
+        calls.append({application, icon, summary, body, hints});
+        emit notified();
+        return uint(calls.size());
+    }
+
+signals:
+    void notified();
+};
 
 // Stands in for a language: every text it knows comes back in brackets.
 class BracketTranslator : public QTranslator
@@ -56,10 +91,36 @@ public:
     }
 };
 
+// The main window with its menus; the console holds three lines.
+struct MenuHarness : ControllerHarness
+{
+    MainMenu menu{&window, &controller};
+    MenuHarness()
+    {
+        view()->setString("alpha beta\nALPHA gamma\nalpha");
+        window.activateWindow();
+    }
+    Ui::MainWindow *ui() { return window.ui(); }
+    ConsoleView *view() const { return controller.outputField; }
+    QPair<int, int> selection() const
+    {
+        const QTextCursor c = view()->textCursor();
+        return {c.selectionStart(), c.selectionEnd()};
+    }
+    void select(int start, int end)
+    {
+        QTextCursor c = view()->textCursor();
+        c.setPosition(start);
+        c.setPosition(end, QTextCursor::KeepAnchor);
+        view()->setTextCursor(c);
+    }
+};
+
 } // namespace
 
-// Start-up, first launch and wizard, menus and termination of the
-// application, through the shell the program's main() starts.
+// Start-up, first launch and wizard, menus, the about window, finding in the
+// console, desktop notifications and termination of the application, through
+// the shell the program's main() starts.
 class TestAppShell : public QObject
 {
     Q_OBJECT
@@ -78,26 +139,44 @@ private slots:
                          "org.zelmor.test.Installer", "echo started >> '" + m_installerMarker.toUtf8() + "'\n");
         Bundle::setMainBundlePath(m_bundle);
 
+        Relaunch::setHandler([this](float delay) { m_relaunches.append(delay); });
+
+        // A session bus of the test's own; the fake owns the notification
+        // service's name there, so no real one is started on demand.
+        m_bus.start("dbus-daemon", {"--session", "--nofork", "--print-address",
+                                    "--address=unix:dir=" + m_dir.path()});
+        QVERIFY(m_bus.waitForReadyRead(10000));
+        const QByteArray address = m_bus.readLine().trimmed();
+        QVERIFY(!address.isEmpty());
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+        QDBusConnection service = QDBusConnection::connectToBus(QString::fromUtf8(address), "fake");
+        QVERIFY(service.isConnected());
+        QVERIFY(service.registerObject("/org/freedesktop/Notifications", &m_fake,
+                                       QDBusConnection::ExportAllSlots));
+        QVERIFY(service.registerService("org.freedesktop.Notifications"));
+        QVERIFY(QDBusConnection::sessionBus().isConnected());
+    }
+
+    void cleanupTestCase()
+    {
+        QDBusConnection::disconnectFromBus("fake");
+        m_bus.terminate();
+        m_bus.waitForFinished(10000);
+    }
+
+    void init()
+    {
+        store().persisted().removeDomain();
+        QFile::remove(m_statusbarMarker);
+        QFile::remove(m_installerMarker);
+        m_answers.clear();
+        m_relaunches.clear();
         ZELMORHelperAppDelegate::setFolderChooser(
             [this](QWidget *parent, const QString &prompt, std::function<void(const QString &)> done) {
                 m_chooserParent = parent;
                 m_chooserPrompt = prompt;
                 done(m_answers.isEmpty() ? QString() : m_answers.takeFirst());
             });
-        Relaunch::setHandler([this](float delay) { m_relaunches.append(delay); });
-    }
-
-    void init()
-    {
-        for (const QString &key : {SettingsKeys::QuitStatusbarApp, SettingsKeys::DefaultNameZELMOR,
-                                   SettingsKeys::Log, SettingsKeys::Initialization,
-                                   SettingsKeys::FirstLaunch, SettingsKeys::Workspace,
-                                   SettingsKeys::Output, SettingsKeys::AppLocation})
-            store().removeObject(key);
-        QFile::remove(m_statusbarMarker);
-        QFile::remove(m_installerMarker);
-        m_answers.clear();
-        m_relaunches.clear();
     }
 
     void cleanup() { m_shell.reset(); }
@@ -220,6 +299,32 @@ private slots:
         QCOMPARE(popover->positioningView(), help);
         QVERIFY(!popover->geometry().intersects(QRect(help->mapToGlobal(QPoint(0, 0)), help->size())));
         QVERIFY(!delegate()->wizardPopMessage->text().isEmpty());
+    }
+
+    // The wizard's real chooser opens at the stored paths.
+    void wizardChooserOpensAtTheStoredPath_data()
+    {
+        QTest::addColumn<bool>("workspace");
+        QTest::newRow("workspace") << true;
+        QTest::newRow("output") << false;
+    }
+    void wizardChooserOpensAtTheStoredPath()
+    {
+        QFETCH(bool, workspace);
+        ZELMORHelperAppDelegate::setFolderChooser({});
+        openWizard();
+        const QString dev = m_dir.path() + "/Dev";
+        QVERIFY(QDir().mkpath(dev));
+        store().setObject(SettingsKeys::Workspace, dev + "/ZELMOR");
+        store().setObject(SettingsKeys::Output, dev + "/ZELMOR/Output");
+        (workspace ? delegate()->wizardBrowseWorkspaceButton : delegate()->wizardBrowseOutputButton)
+            ->click();
+        QFileDialog *dialog = nullptr;
+        QTRY_VERIFY((dialog = delegate()->wizardWindow->findChild<QFileDialog *>()) &&
+                    dialog->isVisible());
+        QCOMPARE(dialog->directory().absolutePath(), dev);
+        dialog->reject();
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), dev + "/ZELMOR");
     }
 
     // "Reset Warnings" stores the text "1": the whole sequence, path reset
@@ -401,9 +506,249 @@ private slots:
         const auto received = status.first().first().value<CompanionChannel::Status>();
         QCOMPARE(received.operation, operation);
         QCOMPARE(received.maximum, 200);
+        // A switch of the pop-up alone (after a clone, to the module
+        // download, while git's lone "Cloning into" line moves no bar) is
+        // told as well.
+        c->selectItemWithTag(AppController::TagModules);
+        QVERIFY(status.wait(5000));
+        QCOMPARE(status.last().first().value<CompanionChannel::Status>().operation,
+                 QString("Get module initialized"));
         c->buttonPerform->setText(AppController::tr("Perform"));
         emit c->progressChanged();
         QVERIFY(idle.wait(5000));
+    }
+
+    void findInText_data()
+    {
+        columns<QString, int, int, bool, int>(
+            {"needle", "selectionStart", "selectionEnd", "backward", "expected"});
+        // Text: "ab cab CAB ab" (matches of "ab" at 0, 4, 8, 11)
+        QTest::newRow("next from start") << "ab" << 0 << 0 << false << 0;
+        QTest::newRow("next after selection") << "ab" << 4 << 6 << false << 8;
+        QTest::newRow("next ignores case") << "cab" << 0 << 5 << false << 7;
+        QTest::newRow("next wraps") << "ab" << 11 << 13 << false << 0;
+        QTest::newRow("previous") << "ab" << 8 << 10 << true << 4;
+        QTest::newRow("previous wraps") << "ab" << 0 << 2 << true << 11;
+        QTest::newRow("only match found again") << "cab c" << 3 << 8 << false << 3;
+        QTest::newRow("absent") << "zz" << 0 << 0 << false << -1;
+        QTest::newRow("empty needle") << "" << 0 << 0 << false << -1;
+        QTest::newRow("selection past the end") << "ab" << 40 << 50 << true << 11;
+    }
+    void findInText()
+    {
+        QFETCH(QString, needle);
+        QFETCH(int, selectionStart);
+        QFETCH(int, selectionEnd);
+        QFETCH(bool, backward);
+        QFETCH(int, expected);
+        const TextMatch match =
+            ::findInText("ab cab CAB ab", needle, selectionStart, selectionEnd, backward);
+        QCOMPARE(match.start, qsizetype(expected));
+        if (match.found())
+            QCOMPARE(match.length, needle.size());
+    }
+
+    // The keyboard drives the find bar: typing finds as it goes, Return goes
+    // on, Shift+Return goes back, Escape closes it.
+    void findBarFromTheKeyboard()
+    {
+        MenuHarness m;
+        QVERIFY(QTest::qWaitForWindowActive(&m.window));
+        ConsoleFindBar *bar = m.menu.findBar();
+        QVERIFY(!bar->isVisible());
+        m.ui()->menuFind->trigger();
+        QVERIFY(bar->isVisible());
+        QTRY_COMPARE(QApplication::focusWidget(), bar->findField());
+        QTest::keyClicks(bar->findField(), "alpha");
+        QCOMPARE(m.selection(), qMakePair(0, 5));
+        for (const auto &[start, end] : {std::pair{11, 16}, std::pair{23, 28}, std::pair{0, 5}}) {
+            QTest::keyClick(bar->findField(), Qt::Key_Return);
+            QCOMPARE(m.selection(), qMakePair(start, end));
+        }
+        QTest::keyClick(bar->findField(), Qt::Key_Return, Qt::ShiftModifier);
+        QCOMPARE(m.selection(), qMakePair(23, 28));
+        QTest::keyClick(bar->findField(), Qt::Key_Escape);
+        QVERIFY(!bar->isVisible());
+        QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget *>(m.view()));
+    }
+
+    // Find Next and Previous, Use Selection for Find, Jump to Selection,
+    // Copy and Select All act on the console.
+    void editMenuActsOnTheConsole()
+    {
+        MenuHarness m;
+        m.menu.findBar()->setFindString("alpha");
+        m.ui()->menuFindNext->trigger();
+        QCOMPARE(m.selection(), qMakePair(0, 5));
+        m.ui()->menuFindNext->trigger();
+        QCOMPARE(m.selection(), qMakePair(11, 16));
+        m.ui()->menuFindPre->trigger();
+        QCOMPARE(m.selection(), qMakePair(0, 5));
+        m.select(17, 22); // "gamma"
+        m.ui()->menuFindSelect->trigger();
+        QCOMPARE(m.menu.findBar()->findString(), "gamma");
+        m.select(0, 0);
+        m.ui()->menuFindNext->trigger();
+        QCOMPARE(m.selection(), qMakePair(17, 22));
+        m.menu.findBar()->setFindString("zeta");
+        QVERIFY(!m.menu.findBar()->findNext());
+        QCOMPARE(m.selection(), qMakePair(17, 22)); // a miss leaves the selection
+
+        m.select(6, 10);
+        m.ui()->menuCopy->trigger();
+        QCOMPARE(QGuiApplication::clipboard()->text(), "beta");
+        m.ui()->menuSelectAll->trigger();
+        QCOMPARE(m.selection(), qMakePair(0, int(m.view()->toPlainText().size())));
+
+        QStringList lines;
+        for (int i = 0; i < 400; ++i)
+            lines << QString("line %1").arg(i);
+        m.view()->setString(lines.join('\n'));
+        const int at = int(m.view()->toPlainText().indexOf("line 390"));
+        m.select(at, at + 8);
+        m.view()->verticalScrollBar()->setValue(0);
+        m.ui()->menuJump->trigger();
+        QVERIFY(m.view()->verticalScrollBar()->value() > 0);
+    }
+
+    // Each request schedules its own one-shot timer: two quick requests show
+    // the popover twice, and no more; it opens above the creator line.
+    void aboutPopoverOncePerRequest()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, 0);
+        start();
+        m_shell->controller()->aboutApp();
+        AboutController *about = m_shell->aboutController();
+        QVERIFY(about);
+        QSignalSpy shown(about->popoverMe(), &Popover::shown);
+        QCOMPARE(shown.count(), 0); // half a second later, not at once
+        m_shell->controller()->aboutApp();
+        QCOMPARE(m_shell->aboutController(), about); // made once, shown again
+        QVERIFY(about->window()->isVisible());
+        QTRY_COMPARE(shown.count(), 2);
+        QVERIFY(!shown.wait(1000));
+        QCOMPARE(shown.count(), 2);
+
+        Popover *popover = about->popoverMe();
+        QCOMPARE(popover->positioningView(), about->creator.data());
+        QCOMPARE(popover->edge(), Popover::MaxYEdge);
+        QVERIFY(popover->isShown());
+        QVERIFY(popover->geometry().bottom() < about->creator->mapToGlobal(QPoint(0, 0)).y());
+    }
+
+    // Closing the window before the timer fires does not cancel the popover
+    // request, but nothing appears without the window.
+    void closedAboutWindowStillGetsItsPopoverRequest()
+    {
+        AboutController about;
+        QSignalSpy shown(about.popoverMe(), &Popover::shown);
+        about.showWindow(this);
+        about.timeToload();
+        about.window()->close();
+        QVERIFY(shown.wait(5000));
+        QCOMPARE(shown.count(), 1);
+        QVERIFY(!about.popoverMe()->isShown());
+    }
+
+    void popoverGeometryTouchesTheChosenEdge_data()
+    {
+        columns<int, QRect>({"edge", "expected"});
+        // Anchor (100,100) 40x20, popover 60x30, gap 4.
+        QTest::newRow("left (0)") << 0 << QRect(36, 94, 60, 30);
+        QTest::newRow("below (1)") << 1 << QRect(89, 124, 60, 30);
+        QTest::newRow("right (2)") << 2 << QRect(144, 94, 60, 30);
+        QTest::newRow("above (3)") << 3 << QRect(89, 66, 60, 30);
+    }
+    void popoverGeometryTouchesTheChosenEdge()
+    {
+        QFETCH(int, edge);
+        QTEST(popoverGeometry(QRect(100, 100, 40, 20), QSize(60, 30), static_cast<Popover::Edge>(edge)),
+              "expected");
+    }
+
+    // A transient popover: the next click elsewhere closes it.
+    void popoverClosesOnAClickElsewhere()
+    {
+        QWidget host;
+        host.resize(200, 100);
+        auto *popover = new Popover(&host);
+        host.show();
+        popover->showRelativeToRect(host.rect(), &host, Popover::MinYEdge);
+        QVERIFY(popover->isShown());
+        QSignalSpy clicked(popover, &Popover::clicked);
+        QTest::mouseClick(popover, Qt::LeftButton);
+        QCOMPARE(clicked.count(), 1);
+        QTest::mouseClick(&host, Qt::LeftButton);
+        QVERIFY(!popover->isShown());
+    }
+
+    void noticeNamesTheOperationAndHowItEnded_data()
+    {
+        QTest::addColumn<int>("tag");
+        QTest::addColumn<OperationEnd>("end");
+        QTest::addColumn<QString>("summary");
+        QTest::addColumn<QString>("body");
+        QTest::newRow("compile") << int(AppController::TagCompile) << OperationEnd::AllDone
+                                 << "Compile ZELMOR" << "All done.";
+        QTest::newRow("update") << int(AppController::TagUpdate) << OperationEnd::AllDone
+                                << "Update source codes and submodules" << "All done.";
+        QTest::newRow("modules") << int(AppController::TagModules) << OperationEnd::Done
+                                 << "Get module initialized" << "Done.";
+        QTest::newRow("clone stopped")
+            << int(AppController::TagClone) << OperationEnd::TerminatedByUser
+            << "Get a complete copy of source codes of ZELLMOR from GitHub"
+            << "Task terminated by user.";
+        QTest::newRow("no operation") << 0 << OperationEnd::Done << "ZELMOR Helper" << "Done.";
+    }
+    void noticeNamesTheOperationAndHowItEnded()
+    {
+        QFETCH(int, tag);
+        QFETCH(OperationEnd, end);
+        const OperationNotice notice = operationNotice(tag, end);
+        QTEST(notice.summary, "summary");
+        QTEST(notice.body, "body");
+    }
+
+    // The end of a real compile's last stage, first with the main window
+    // active, then with another window in front. Calls on one connection
+    // arrive in order, so the single notification that arrives proves the
+    // first end sent none.
+    void onlyAnInactiveWindowIsNotified()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, 0);
+        start();
+        AppController *c = m_shell->controller();
+        MainWindow *window = m_shell->window();
+        m_fake.calls.clear();
+        QSignalSpy notified(&m_fake, &FakeNotifications::notified);
+
+        QApplication::setActiveWindow(window);
+        QTRY_VERIFY(window->isActiveWindow());
+        endCompile(c);
+        QTRY_VERIFY(c->outputField->string().endsWith("All done.\n"));
+        QVERIFY(!c->unixTask);
+
+        QWidget other;
+        other.show();
+        QApplication::setActiveWindow(&other);
+        QTRY_VERIFY(!window->isActiveWindow());
+        c->selectItemWithTag(AppController::TagUpdate);
+        c->buttonPerform->setText(AppController::tr("Stop"));
+        c->runUnixTask("sleep 30", m_dir.path());
+        c->perform(); // Stop
+        QVERIFY(notified.wait(10000));
+        QCOMPARE(m_fake.calls.size(), 1);
+        const FakeNotifications::Call call = m_fake.calls.first();
+        QCOMPARE(call.application, QString("ZELMOR Helper"));
+        QCOMPARE(call.summary, QString("Update source codes and submodules"));
+        QCOMPARE(call.body, QString("Task terminated by user."));
+        QCOMPARE(call.icon, QString("org.zelmor.ZELMORHelper"));
+        QCOMPARE(call.hints.value("desktop-entry").toString(), QString("org.zelmor.ZELMORHelper"));
+
+        endCompile(c);
+        QVERIFY(notified.wait(10000));
+        QCOMPARE(m_fake.calls.last().summary, QString("Compile ZELMOR"));
+        QCOMPARE(m_fake.calls.last().body, QString("All done."));
     }
 
     // Last, since it runs the application to its end: closing the main
@@ -428,6 +773,16 @@ private slots:
     }
 
 private:
+    // The compile's copy stage ends: "All done.".
+    void endCompile(AppController *c)
+    {
+        c->selectItemWithTag(AppController::TagCompile);
+        c->buttonPerform->setText(AppController::tr("Stop"));
+        c->now = 2;
+        c->terminatedByUser = 0;
+        c->runUnixTask("true", m_dir.path());
+    }
+
     void start()
     {
         m_shell = std::make_unique<ApplicationShell>();
@@ -443,6 +798,8 @@ private:
     Ui::MainWindow *ui() const { return m_shell->window()->ui(); }
 
     QTemporaryDir m_dir;
+    QProcess m_bus;
+    FakeNotifications m_fake;
     QString m_bundle;
     QString m_statusbarMarker;
     QString m_installerMarker;

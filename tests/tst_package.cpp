@@ -97,6 +97,14 @@ private slots:
         // The launcher is a link into the bundle, so the program knows its bundle.
         QCOMPARE(QFileInfo(m_root + "/usr/bin/zelmor-helper").symLinkTarget(),
                  m_root + InstalledBundle + "/Contents/MacOS/ZELMORHelper");
+        // The autostart entry names the companion where the package puts it.
+        const QString companion = InstalledBundle +
+                                  "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp"
+                                  ".app/Contents/MacOS/ZELMORHelperStatusbarApp";
+        QVERIFY(QFileInfo(m_root + companion).isExecutable());
+        QVERIFY(
+            readFile(m_root + "/usr/share/applications/org.zelmor.ZELMORHelperStatusbarApp.desktop")
+                .contains("\nExec=\"" + companion.toUtf8() + "\" -runMode autoLaunched\n"));
     }
 
     void desktopFilesValidate_data()
@@ -122,20 +130,6 @@ private slots:
         const QByteArray output = tool(validator, arguments << m_root + file, &exitCode);
         QVERIFY2(exitCode == 0, output.constData());
         QVERIFY2(!output.contains("warning") && !output.contains("error"), output.constData());
-    }
-
-    // The autostart entry names the companion where the package puts it.
-    void companionEntryNamesTheInstalledProgram()
-    {
-        const QByteArray entry =
-            readFile(m_root + "/usr/share/applications/org.zelmor.ZELMORHelperStatusbarApp.desktop");
-        QVERIFY(entry.contains("\nExec=\"" + InstalledBundle.toUtf8()
-                               + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app/Contents/"
-                                 "MacOS/ZELMORHelperStatusbarApp\" -runMode autoLaunched\n"));
-        QVERIFY(QFileInfo(m_root + InstalledBundle
-                          + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app/Contents/MacOS/"
-                            "ZELMORHelperStatusbarApp")
-                    .isExecutable());
     }
 
     void launcherAnswersVersion()

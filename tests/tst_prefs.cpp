@@ -1,40 +1,107 @@
 #include "TestSupport.h"
 
+#include "platform/Bundle.h"
+#include "platform/Relaunch.h"
+#include "settings/LoginAgent.h"
 #include "settings/PrefsController.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "widgets/AlertSheet.h"
+#include "widgets/FolderChoice.h"
 #include "widgets/Popover.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
+#include <QTimer>
 
+using namespace TestSupport;
 using Chooser = PrefsController::Chooser;
 Q_DECLARE_METATYPE(PrefsController::Chooser)
+
+// The preferences window: what it loads and stores, its folder choosers, the
+// login agent behind its startup switch, and "Reset All".
+
+namespace {
+
+SettingsStore &store()
+{
+    return SettingsStore::standard();
+}
+
+void storeAll(const QVariantMap &values)
+{
+    for (auto it = values.begin(); it != values.end(); ++it)
+        store().setObject(it.key(), it.value());
+}
+
+QString autostartFolder()
+{
+    return homeDir() + "/.config/autostart";
+}
+
+QString agentPath()
+{
+    return autostartFolder() + "/" + Bundle::readInfo(Bundle::statusbarAppPath())->identifier +
+           ".desktop";
+}
+
+// Records the order in which watched widgets become disabled.
+class DisableRecorder : public QObject
+{
+public:
+    QStringList order;
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::EnabledChange && !static_cast<QWidget *>(watched)->isEnabled())
+            order.append(watched->objectName());
+        return false;
+    }
+};
+
+const QString Countdown = QStringLiteral(
+    "ZELMOR Helper must restart to take effects of changes.\n"
+    "You can restart the application later through the menu bar item.\n \nCount down %1 secs...");
+
+} // namespace
 
 class TestPrefs : public QObject
 {
     Q_OBJECT
 
-private:
-    SettingsStore &store() { return SettingsStore::standard(); }
-    void storeAll(const QVariantMap &values)
+    QList<float> m_relaunches;
+    QTemporaryDir m_dir;
+
+    // Reset All on a fresh window; returns its restart alert.
+    static AlertSheet *resetAll(PrefsController &prefs)
     {
-        for (auto it = values.begin(); it != values.end(); ++it)
-            store().setObject(it.key(), it.value());
+        prefs.resetAll();
+        const auto sheets = AlertSheet::openSheets();
+        return sheets.isEmpty() ? nullptr : sheets.last();
     }
 
 private slots:
-    void initTestCase() { store().registerApplicationDefaults(QStringLiteral("/Apps/Z.app")); }
+    void initTestCase()
+    {
+        // The built bundle, in a folder whose name has a blank: its
+        // companion is what the login agent starts, its tool what Reset All runs.
+        Bundle::setMainBundlePath(buildBundleDir());
+        Bundle::exposeHelpersOnPath();
+        QVERIFY(Bundle::statusbarAppPath().contains(' '));
+        store().registerApplicationDefaults(Bundle::mainBundlePath());
+        Relaunch::setHandler([this](float delay) { m_relaunches.append(delay); });
+        QDir(m_dir.path()).mkpath("Dev/inner");
+    }
     void init()
     {
         store().persisted().removeDomain();
         PrefsController::setFolderChooser({});
+        m_relaunches.clear();
+        QDir(autostartFolder()).removeRecursively();
+        QDir().mkpath(autostartFolder());
     }
 
     void textsAndPages()
@@ -66,7 +133,7 @@ private slots:
 
     void loadsStates_data()
     {
-        TestSupport::columns<QVariantMap, bool, bool, bool>({"stored", "defaultName", "log", "quit"});
+        columns<QVariantMap, bool, bool, bool>({"stored", "defaultName", "log", "quit"});
         QTest::newRow("fresh user") << QVariantMap{} << true << false << false;
         QTest::newRow("switches stored as numbers")
             << QVariantMap{{SettingsKeys::DefaultNameZELMOR, 0}, {SettingsKeys::Log, 1},
@@ -89,16 +156,17 @@ private slots:
         QTEST(prefs.enableLogCheckBox->isChecked(), "log");
         QTEST(prefs.openquitWithHelperCheckBox->isChecked(), "quit");
         // Loading writes nothing, so registered defaults stay defaults.
-        QCOMPARE(store().persisted().values().keys(), stored.keys());
+        QCOMPARE(store().persisted().values(), stored);
     }
 
     void defaultNameSwitch_data()
     {
-        TestSupport::columns<QString, QString, QString, QString>(
+        columns<QString, QString, QString, QString>(
             {"workspace", "output", "newWorkspace", "newOutput"});
         QTest::newRow("substring kept") << "/x/ZELMORsrc" << "/Developer/ZELMOR/Output"
                                         << "/x/ZELMORsrc" << "/Developer/ZELMOR/Output";
-        QTest::newRow("other case extended") << "/x/zelmor" << "/Developer/ZELMOR/Out"
+        QTest::newRow("other case extended") << "/x/zelmor"
+                                             << "/Developer/ZELMOR/Out"
                                              << "/x/zelmor/ZELMOR"
                                              << "/Developer/ZELMOR/Out/ZELMOR/Output";
         QTest::newRow("output from its own text") << "/Users/a/ZELMOR" << "/Users/a/Out"
@@ -130,7 +198,7 @@ private slots:
 
     void chooser_data()
     {
-        TestSupport::columns<Chooser, int, QString>({"which", "defaultName", "stored"});
+        columns<Chooser, int, QString>({"which", "defaultName", "stored"});
         QTest::newRow("workspace, switch on") << Chooser::Workspace << 1 << "/Users/a/Dev/ZELMOR";
         QTest::newRow("workspace, switch off") << Chooser::Workspace << 0 << "/Users/a/Dev";
         QTest::newRow("output, switch on") << Chooser::Output << 1 << "/Users/a/Dev/ZELMOR/Output";
@@ -149,10 +217,10 @@ private slots:
             QCOMPARE(asked, which);
             pending.append(done);
         });
-        const QString key = which == Chooser::Workspace ? SettingsKeys::Workspace : SettingsKeys::Output;
-        QLineEdit *field = which == Chooser::Workspace ? prefs.rootText : prefs.outputText;
-        QPushButton *button =
-            which == Chooser::Workspace ? prefs.browserRootButton : prefs.browserOutputButton;
+        const bool workspace = which == Chooser::Workspace;
+        const QString key = workspace ? SettingsKeys::Workspace : SettingsKeys::Output;
+        QLineEdit *field = workspace ? prefs.rootText : prefs.outputText;
+        QPushButton *button = workspace ? prefs.browserRootButton : prefs.browserOutputButton;
         const QString before = field->text();
 
         button->click();
@@ -170,28 +238,99 @@ private slots:
         QCOMPARE(prefs.pathStr, stored);
     }
 
-    void realChooserTakesShownFolder()
+    // Where a folder chooser opens, and which folder it gives back.
+    void shownFolder_data()
     {
-        QTemporaryDir dir;
-        QDir(dir.path()).mkpath("Dev/inner");
-        const QString shown = dir.path() + "/Dev";
+        columns<QString, QString>({"typed", "expected"});
+        // The dialog shows /a/Dev, which holds inner/; /b and /home/u/x exist.
+        QTest::newRow("nothing typed") << "" << "/a/Dev";
+        QTest::newRow("a highlighted entry's name") << "inner" << "/a/Dev";
+        QTest::newRow("absolute path") << "/b" << "/b";
+        QTest::newRow("trailing slash, dot segments") << "/b/./" << "/b";
+        QTest::newRow("relative path") << "inner/" << "/a/Dev/inner";
+        QTest::newRow("parent") << "../Dev/inner" << "/a/Dev/inner";
+        QTest::newRow("home") << "~/x" << "/home/u/x";
+        QTest::newRow("typed folder missing") << "/nowhere" << "/a/Dev";
+        QTest::newRow("blanks kept") << "/b c" << "/a/Dev";
+    }
+    void shownFolder()
+    {
+        QFETCH(QString, typed);
+        const QStringList existing{"/a/Dev", "/a/Dev/inner", "/b", "/home/u/x"};
+        QTEST(
+            FolderChoice::shownFolder("/a/Dev", typed, "/home/u",
+                                      [&](const QString &path) { return existing.contains(path); }),
+            "expected");
+    }
+
+    void startFolder_data()
+    {
+        columns<QString, QString, QString>({"stored", "appended", "expected"});
+        // /a and /a/Dev exist; nothing below them; home is /home/u.
+        QTest::newRow("parent of the default name") << "/a/Dev/ZELMOR" << "/ZELMOR" << "/a/Dev";
+        QTest::newRow("output's default names") << "/a/Dev/ZELMOR/Output" << "/ZELMOR/Output" << "/a/Dev";
+        QTest::newRow("complete path, existing") << "/a/Dev" << "" << "/a/Dev";
+        QTest::newRow("complete path, missing") << "/a/Dev/x/y" << "" << "/a/Dev";
+        QTest::newRow("no default name in it") << "/a/Dev/src" << "/ZELMOR" << "/a/Dev";
+        QTest::newRow("nothing of it exists") << "/Developer/ZELMOR" << "/ZELMOR" << "/";
+        QTest::newRow("unnormalised root") << "//ZELMOR" << "/ZELMOR" << "/";
+        QTest::newRow("empty") << "" << "/ZELMOR" << "/home/u";
+        QTest::newRow("relative") << "src" << "" << "/home/u";
+        QTest::newRow("home") << "~/ZELMOR" << "/ZELMOR" << "/home/u";
+    }
+    void startFolder()
+    {
+        QFETCH(QString, stored);
+        QFETCH(QString, appended);
+        const QStringList existing{"/", "/a", "/a/Dev", "/home/u"};
+        QTEST(
+            FolderChoice::startFolder(stored, appended, "/home/u",
+                                      [&](const QString &path) { return existing.contains(path); }),
+            "expected");
+    }
+
+    // The real chooser opens where choosing again gives back the stored
+    // path, and a folder typed into it is the one stored; cancelled, it
+    // stores nothing.
+    void realChooserTakesTheTypedFolder_data()
+    {
+        columns<int, QString, QString>({"defaultName", "typed", "stored"}); // relative to m_dir
+        QTest::newRow("typed, switch on") << 1 << "/Dev/inner" << "/Dev/inner/ZELMOR";
+        QTest::newRow("typed, switch off") << 0 << "/Dev/inner" << "/Dev/inner";
+        QTest::newRow("an entry's name only") << 1 << "inner" << "/Dev/ZELMOR";
+        QTest::newRow("cancelled") << 1 << "" << "/Dev/ZELMOR";
+    }
+    void realChooserTakesTheTypedFolder()
+    {
+        QFETCH(int, defaultName);
+        QFETCH(QString, typed);
+        QFETCH(QString, stored);
+        const QString dev = m_dir.path() + "/Dev";
+        store().setObject(SettingsKeys::DefaultNameZELMOR, defaultName);
+        store().setObject(SettingsKeys::Workspace, defaultName ? dev + "/ZELMOR" : dev);
         PrefsController prefs(nullptr);
         prefs.showWindow();
-        for (bool accept : {false, true}) {
-            prefs.browserRootButton->click();
-            QFileDialog *panel = nullptr;
-            QTRY_VERIFY((panel = prefs.window()->findChild<QFileDialog *>()) && panel->isVisible());
-            QCOMPARE(panel->windowModality(), Qt::WindowModal);
-            QCOMPARE(panel->fileMode(), QFileDialog::Directory);
-            QCOMPARE(panel->labelText(QFileDialog::Accept), "Select");
-            panel->setDirectory(shown);
-            panel->selectFile(shown + "/inner");
-            QDialog *dialog = panel; // accept() is public on QDialog only
-            accept ? dialog->accept() : dialog->reject();
-            QTRY_VERIFY(!prefs.window()->findChild<QFileDialog *>());
-            QCOMPARE(store().objectForKey(SettingsKeys::Workspace),
-                     QVariant(accept ? shown + "/ZELMOR" : SettingsKeys::DefaultWorkspace));
+        prefs.browserRootButton->click();
+        QFileDialog *panel = nullptr;
+        QTRY_VERIFY((panel = prefs.window()->findChild<QFileDialog *>()) && panel->isVisible());
+        QCOMPARE(panel->windowModality(), Qt::WindowModal);
+        QCOMPARE(panel->fileMode(), QFileDialog::Directory);
+        QCOMPARE(panel->labelText(QFileDialog::Accept), "Select");
+        QCOMPARE(panel->directory().absolutePath(), dev);
+        if (typed.isEmpty()) {
+            static_cast<QDialog *>(panel)->reject();
+        } else {
+            auto *name = panel->findChild<QLineEdit *>("fileNameEdit");
+            QVERIFY(name);
+            panel->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(panel));
+            name->setFocus();
+            QTest::keyClicks(name, typed.startsWith('/') ? m_dir.path() + typed : typed);
+            QTest::keyClick(name, Qt::Key_Return);
         }
+        QTRY_VERIFY(!prefs.window()->findChild<QFileDialog *>());
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), m_dir.path() + stored);
+        QCOMPARE(prefs.rootText->text(), m_dir.path() + stored);
     }
 
     void typingStoresWholeText_data()
@@ -230,6 +369,208 @@ private slots:
         prefs.switchResetWarnings->click();
         QCOMPARE(store().objectForKey(SettingsKeys::FirstLaunch), QVariant(QString("1")));
         QVERIFY(AlertSheet::openSheets().isEmpty());
+    }
+
+    void agentExecArgument_data()
+    {
+        columns<QString, QString>({"argument", "written"});
+        QTest::newRow("plain") << "/opt/z/app" << "/opt/z/app";
+        QTest::newRow("blanks") << "/a b/app" << "\"/a b/app\"";
+        QTest::newRow("dollar") << "/a$b" << "\"/a\\\\$b\"";
+        QTest::newRow("backslash") << "/a\\b" << "\"/a\\\\\\\\b\"";
+        QTest::newRow("percent quoted") << "/a b%c" << "\"/a b%%c\"";
+    }
+    void agentExecArgument()
+    {
+        QFETCH(QString, argument);
+        QTEST(LoginAgent::desktopExecArgument(argument), "written");
+    }
+
+    void agentsFolder_data()
+    {
+        columns<QString, QString>({"xdg", "folder"});
+        QTest::newRow("set") << "/xdg/conf" << "/xdg/conf/autostart";
+        QTest::newRow("unset") << "" << "HOME/.config/autostart";
+        QTest::newRow("relative") << "conf" << "HOME/.config/autostart";
+    }
+    void agentsFolder()
+    {
+        QFETCH(QString, xdg);
+        QFETCH(QString, folder);
+        const QByteArray saved = qgetenv("XDG_CONFIG_HOME");
+        qputenv("XDG_CONFIG_HOME", xdg.toUtf8());
+        const QString got = LoginAgent::agentsFolder();
+        qputenv("XDG_CONFIG_HOME", saved);
+        QCOMPARE(got, QString(folder).replace("HOME", QDir::homePath()));
+    }
+
+    void launchAgentPlist()
+    {
+        QCOMPARE(LoginAgent::launchAgentPlist("org.z.HelperStatusbarApp",
+                                              "/A b/Z & Co.app/Contents/MacOS/s"),
+                 QByteArray(
+                     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                     "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                     "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+                     "<plist version=\"1.0\">\n\t<dict>\n"
+                     "\t\t<key>Label</key>\n\t\t<string>org.z.HelperStatusbarApp</string>\n"
+                     "\t\t<key>ProgramArguments</key>\n\t\t<array>\n"
+                     "\t\t\t<string>/A b/Z &amp; Co.app/Contents/MacOS/s</string>\n"
+                     "\t\t\t<string>-runMode</string>\n\t\t\t<string>autoLaunched</string>\n"
+                     "\t\t</array>\n\t\t<key>RunAtLoad</key>\n\t\t<true/>\n\t</dict>\n</plist>\n"));
+    }
+
+    // The startup switch writes a valid entry and removes it; the window
+    // shows whether one is there and, filling itself, touches nothing.
+    void startupSwitchInstallsTheAgent()
+    {
+        {
+            PrefsController prefs(nullptr);
+            QVERIFY(!prefs.enableStartup->isChecked() && !LoginAgent::isInstalled());
+            prefs.enableStartup->click();
+            QCOMPARE(LoginAgent::agentFilePath(), agentPath());
+            const QString executable = Bundle::executablePath(Bundle::statusbarAppPath());
+            QCOMPARE(readFile(agentPath()),
+                     "[Desktop Entry]\nType=Application\nName=ZELMOR Helper Statusbar App\nExec=\""
+                         + executable.toUtf8()
+                         + "\" -runMode autoLaunched\nX-GNOME-Autostart-enabled=true\n");
+            QVERIFY(LoginAgent::isInstalled());
+            int exitCode = -1;
+            QCOMPARE(run("desktop-file-validate", {agentPath()}, QString(), &exitCode),
+                     QByteArray());
+            QCOMPARE(exitCode, 0);
+            prefs.enableStartup->click();
+            QVERIFY(!QFileInfo::exists(agentPath()));
+            // Removing it twice is silent, and the folder stays.
+            LoginAgent::uninstall();
+            QVERIFY(!LoginAgent::isInstalled());
+            QVERIFY(QFileInfo(autostartFolder()).isDir());
+        }
+        writeFile(agentPath(), "made by hand\n");
+        PrefsController prefs(nullptr);
+        QVERIFY(prefs.enableStartup->isChecked());
+        QCOMPARE(readFile(agentPath()), QByteArray("made by hand\n"));
+    }
+
+    // Install leaves what is there alone: an entry (not even touched), a
+    // missing folder, a folder in the entry's place (which counts as there).
+    void installKeepsWhatIsThere()
+    {
+        writeFile(agentPath(), "[Desktop Entry]\nmine\n");
+        const QDateTime old = QDateTime::currentDateTime().addDays(-3);
+        {
+            QFile file(agentPath());
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            QVERIFY(file.setFileTime(old, QFileDevice::FileModificationTime));
+        }
+        LoginAgent::install();
+        QCOMPARE(readFile(agentPath()), QByteArray("[Desktop Entry]\nmine\n"));
+        QCOMPARE(QFileInfo(agentPath()).lastModified(), old);
+
+        QDir(autostartFolder()).removeRecursively();
+        LoginAgent::install();
+        QVERIFY(!QFileInfo::exists(autostartFolder()));
+        QDir().mkpath(agentPath());
+        LoginAgent::install();
+        QVERIFY(QFileInfo(agentPath()).isDir());
+        QVERIFY(LoginAgent::isInstalled());
+
+        // Without a companion in the bundle there is nothing to name: nothing
+        // counts as installed, and nothing is written or removed.
+        Bundle::setMainBundlePath(m_dir.path());
+        QVERIFY(!LoginAgent::isInstalled());
+        LoginAgent::install();
+        LoginAgent::uninstall();
+        Bundle::setMainBundlePath(buildBundleDir());
+        QVERIFY(QFileInfo(agentPath()).isDir());
+        QCOMPARE(QDir(autostartFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(),
+                 1);
+    }
+
+    // Last, since their child removes the domain in the background.
+    void resetAllDeletesDomainAndAsksToRestart()
+    {
+        store().setObject(SettingsKeys::Workspace, QStringLiteral("/mine"));
+        store().setObject(SettingsKeys::FirstLaunch, 0);
+        QMainWindow mainWindow;
+        PrefsController prefs(&mainWindow);
+        prefs.showWindow();
+
+        DisableRecorder recorder;
+        const QStringList expectedOrder{"rootText", "outputText", "browserOutputButton",
+                                        "browserRootButton", "defaultToZELMORCheckbox",
+                                        "enableLogCheckBox", "enableStartup",
+                                        "openquitWithHelperCheckBox"};
+        for (const QString &name : expectedOrder)
+            prefs.window()->findChild<QWidget *>(name)->installEventFilter(&recorder);
+
+        AlertSheet *alert = resetAll(prefs);
+        QCOMPARE(recorder.order, expectedOrder);
+        QVERIFY(prefs.switchResetAll->isEnabled() && prefs.switchResetWarnings->isEnabled());
+        const QString caution("* Please restart ZELMOR Helper to take effect(s).");
+        QCOMPARE(prefs.cautionText->text(), caution);
+        QCOMPARE(mainWindow.windowTitle(), caution);
+
+        QVERIFY(alert);
+        QCOMPARE(alert->parentWidget(), prefs.window());
+        QCOMPARE(alert->buttonTitles(), QStringList({"Restart", "Later"}));
+        QCOMPARE(alert->text(), QString("Notice"));
+        QCOMPARE(alert->informativeText(), Countdown.arg(10));
+        QVERIFY(prefs.timer->isActive());
+        QCOMPARE(prefs.timer->interval(), 1000);
+
+        // The child removes the whole persisted domain through the bundle's tool.
+        QTRY_COMPARE(store().persisted().state(), DefaultsDomain::State::Missing);
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), SettingsKeys::DefaultWorkspace);
+
+        // The timer drives the countdown by itself, to 0 and the relaunch.
+        QTRY_COMPARE_WITH_TIMEOUT(m_relaunches, QList<float>{2.0f}, 15000);
+        QCOMPARE(prefs.countdown, 0);
+        QVERIFY(!prefs.timer->isActive());
+        QVERIFY(AlertSheet::openSheets().isEmpty());
+    }
+
+    // The countdown ticks down the text; at 0, or on Restart, the
+    // application relaunches; Later leaves the windows as they are.
+    void resetAllAnswers_data()
+    {
+        columns<int, int>({"answer", "relaunched"});
+        QTest::newRow("none, count to 0") << 0 << 1;
+        QTest::newRow("Restart") << 1000 << 1;
+        QTest::newRow("Later") << 1001 << 0;
+    }
+    void resetAllAnswers()
+    {
+        QFETCH(int, answer);
+        QFETCH(int, relaunched);
+        PrefsController prefs(nullptr);
+        prefs.showWindow();
+        AlertSheet *alert = resetAll(prefs);
+        QVERIFY(alert);
+        for (int left = 9; left >= 1; --left) {
+            prefs.timeCountdownOfSettingChanged();
+            QCOMPARE(alert->informativeText(), Countdown.arg(left));
+            QVERIFY(m_relaunches.isEmpty());
+        }
+        if (answer == 0) {
+            prefs.timeCountdownOfSettingChanged();
+            QCOMPARE(alert->informativeText(), Countdown.arg(0));
+            QVERIFY(!prefs.timer->isActive());
+        } else {
+            alert->buttonFor(answer)->click();
+            QCOMPARE(prefs.timer->isActive(), relaunched == 1);
+        }
+        QCOMPARE(m_relaunches, relaunched ? QList<float>{2.0f} : QList<float>{});
+        if (answer != 1000)
+            QVERIFY(!alert->isVisible());
+        if (answer == 1001) {
+            QVERIFY(!prefs.rootText->isEnabled());
+            // Pressing again starts over with a fresh count of 10.
+            AlertSheet *again = resetAll(prefs);
+            QVERIFY(again && again != alert);
+            QCOMPARE(prefs.countdown, 10);
+            QVERIFY(prefs.timer->isActive());
+        }
     }
 };
 

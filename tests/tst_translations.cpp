@@ -14,12 +14,9 @@
 #include <QDir>
 #include <QLabel>
 #include <QMenu>
-#include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSet>
-#include <QSignalSpy>
-#include <QTranslator>
 #include <QXmlStreamReader>
 
 using namespace TestSupport;
@@ -88,8 +85,8 @@ const QStringList sourceFolders{"app",      "workflow",  "settings", "widgets",
 
 } // namespace
 
-// Every text reaches every language, and the application and its companions
-// speak the user's language.
+// Every text reaches every language, and the application speaks the user's
+// language (its companions too: see tst_companions).
 class TestTranslations : public QObject
 {
     Q_OBJECT
@@ -196,37 +193,6 @@ private slots:
         const QString console = controller->outputField->string();
         QVERIFY2(console.startsWith("\nDateien werden geprüft...\n"), qPrintable(console));
         QVERIFY2(console.contains("Fehlgeschlagen.\nFehler: "), qPrintable(console));
-    }
-
-    // The companions load the same table; the status-bar one says why it
-    // leaves when there is no tray, which it does offscreen.
-    void theCompanionSpeaksTheUsersLanguage_data()
-    {
-        QTest::addColumn<QString>("language");
-        QTest::newRow("German") << "de";
-        QTest::newRow("French, German second") << "fr:de";
-        QTest::newRow("Spanish") << "es";
-    }
-    void theCompanionSpeaksTheUsersLanguage()
-    {
-        QFETCH(QString, language);
-        QTranslator table;
-        QVERIFY(table.load(":/i18n/zelmorhelper_" + language.left(2) + ".qm"));
-        const char *english = "No system tray is available on this desktop; exiting.";
-        const QString expected = table.translate("StatusbarCompanion", english);
-        QVERIFY(!expected.isEmpty() && expected != QLatin1String(english));
-
-        QProcess companion;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("LANGUAGE", language);
-        companion.setProcessEnvironment(environment);
-        QSignalSpy ended(&companion, &QProcess::finished);
-        companion.start(buildBundleDir()
-                        + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app/Contents/"
-                          "MacOS/ZELMORHelperStatusbarApp");
-        QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 10000);
-        const QString said = QString::fromUtf8(companion.readAllStandardError());
-        QVERIFY2(said.contains(expected), qPrintable(said));
     }
 };
 

@@ -1,12 +1,14 @@
 #include "ControllerHarness.h"
 
 #include "BuildConfig.h"
-#include "widgets/AlertSheet.h"
+#include "WorkspaceFixture.h"
 #include "workflow/AppController.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QCryptographicHash>
 #include <QDir>
+#include <QDirIterator>
 #include <QRegularExpression>
 #include <QTimer>
 
@@ -18,14 +20,8 @@
 namespace {
 
 using Harness = ControllerHarness;
-constexpr int Patience = 60000;
 const QString LangURL = QStringLiteral("https://github.com/zelmor-emu/emu-lang.git");
 const QString ToolsURL = QStringLiteral("https://github.com/zelmor-emu/tools.git");
-
-QString gitmodulesEntry(const QString &name, const QString &url)
-{
-    return QStringLiteral("[submodule \"%1\"]\n\tpath = %1\n\turl = %2\n").arg(name, url);
-}
 
 class Upstream
 {
@@ -83,26 +79,40 @@ private:
     QString m_source, m_lang, m_tools, m_gitmodules;
 };
 
-AlertSheet *waitForSheet()
-{
-    if (!QTest::qWaitFor([] { return !AlertSheet::openSheets().isEmpty(); }, Patience))
-        return nullptr;
-    return AlertSheet::openSheets().constLast();
-}
-
-void answerSheet(AlertSheet *sheet, int returnCode)
-{
-    sheet->buttonFor(returnCode)->click();
-}
-
 QString cloneTranscript(const QString &workspace)
 {
     return "\nDownloading source codes...\n\nLocation: " + workspace + "\n\n\nDone.\n";
 }
 
-QString moduleTranscript(const QString &workspace, const QString &name)
+const QString Marker = QStringLiteral("@M@");
+
+QString refusal(const QString &url, bool nameless)
 {
-    return "\nGetting module " + name + "...\n\nLocation: " + workspace + "/" + name + "\n\n";
+    return "\nFailure.\nError: " + url
+           + (nameless ? " gives no module name!" : " is not a plain module URL!")
+           + " It is skipped.\n";
+}
+
+// Every file and folder below root with its content, except below the
+// folders named in skip (relative to root).
+QMap<QString, QByteArray> snapshot(const QString &root, const QStringList &skip = {})
+{
+    QMap<QString, QByteArray> items;
+    QDirIterator it(root, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        const QString relative = QDir(root).relativeFilePath(path);
+        if (std::any_of(skip.begin(), skip.end(), [&](const QString &s) {
+                return relative == s || relative.startsWith(s + u'/');
+            }))
+            continue;
+        const QFileInfo info = it.fileInfo();
+        items.insert(relative, info.isDir() ? QByteArray("<dir>")
+                                            : QCryptographicHash::hash(TestSupport::readFile(path),
+                                                                       QCryptographicHash::Sha1));
+    }
+    return items;
 }
 
 const QString ModuleChecks = QStringLiteral(
@@ -114,11 +124,27 @@ class WorkflowEndToEndTest : public QObject
 {
     Q_OBJECT
 
+    WorkspaceFixture *m_fixture = nullptr;
+    QTemporaryDir m_markers;
+    int m_tried = 0;
+
+    QString workspace() const { return m_fixture->workspace(); }
+    QString markerFolder() const { return m_markers.path(); }
+
+    // The main checkout with its empty module folders, and a fresh registry.
+    void resetWorkspace(const QString &gitmodules)
+    {
+        QDir(workspace()).removeRecursively();
+        m_fixture->checkoutMain();
+        TestSupport::writeFile(workspace() + "/.gitmodules", gitmodules.toUtf8());
+        ControllerHarness::configure(workspace(), m_fixture->output(), QStringLiteral("0"));
+    }
+
 private:
     // After the clone: the prompt, its texts and the running look.
     void expectReadyPrompt(Harness &h, const Upstream &upstream, AlertSheet *&prompt)
     {
-        QVERIFY((prompt = waitForSheet()));
+        QVERIFY((prompt = Harness::waitForSheet()));
         QCOMPARE(h.console(), cloneTranscript(upstream.workspace()));
         QCOMPARE(prompt->text(), "Ready to install modules");
         QCOMPARE(prompt->informativeText(), "Main source codes are ready. Do you want to get "
@@ -144,11 +170,22 @@ private:
     }
 
 private slots:
+    void initTestCase()
+    {
+        m_fixture = new WorkspaceFixture;
+        QVERIFY(m_fixture->isValid());
+        QVERIFY(m_markers.isValid());
+    }
+    void cleanupTestCase()
+    {
+        delete m_fixture;
+        qInfo("hostile module URLs tried: %d, executed: %d", m_tried,
+              int(QDir(markerFolder()).entryList(QDir::Files | QDir::Hidden).size()));
+    }
     void init()
     {
-        // A sheet left by a failed test must not answer for the next one.
-        for (AlertSheet *sheet : AlertSheet::openSheets())
-            sheet->endSheet();
+        Harness::endSheets();
+        QFile::remove(TestSupport::homeDir() + "/.gitconfig");
     }
 
     // After the clone the prompt starts the modules: by its Perform, when its
@@ -173,7 +210,7 @@ private slots:
         if (QTest::currentTestFailed())
             return;
         if (how == "perform") {
-            answerSheet(prompt, 1000);
+            prompt->buttonFor(1000)->click();
             // Started by the answer: the button keeps reading "Stop".
             QCOMPARE(h.controller.selectedTag(), int(AppController::TagModules));
             QVERIFY(!h.controller.timer->isActive());
@@ -219,7 +256,7 @@ private slots:
         TestSupport::writeFile(ws + "/notes.txt", "mine\n");
         Harness h;
         h.perform(AppController::TagClone);
-        AlertSheet *sheet = waitForSheet();
+        AlertSheet *sheet = Harness::waitForSheet();
         QVERIFY(sheet);
         QCOMPARE(sheet->text(), "Notice");
         QCOMPARE(sheet->informativeText(),
@@ -227,7 +264,7 @@ private slots:
                       "extension if you choose to keep it.\n \nHow to deal with it?");
         QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Cancel"}));
         QCOMPARE(h.console(), "\nChecking files...\n");
-        answerSheet(sheet, answer);
+        sheet->buttonFor(answer)->click();
 
         const QStringList kept =
             QDir(QFileInfo(ws).path()).entryList({"ws.*"}, QDir::Dirs | QDir::NoDotAndDotDot);
@@ -250,7 +287,7 @@ private slots:
                         .hasMatch());
             QVERIFY(QFileInfo::exists(QFileInfo(ws).path() + "/" + kept.first() + "/notes.txt"));
         }
-        answerSheet(prompt, 1001); // Cancel: back to idle, nothing else runs
+        prompt->buttonFor(1001)->click(); // Cancel: back to idle, nothing else runs
         QCOMPARE(h.button(), "Perform");
         QVERIFY(!h.controller.timer->isActive());
         QVERIFY(!h.controller.unixTask);
@@ -276,13 +313,13 @@ private slots:
 
         Harness h;
         h.perform(AppController::TagModules);
-        AlertSheet *sheet = waitForSheet();
+        AlertSheet *sheet = Harness::waitForSheet();
         QVERIFY(sheet);
         QCOMPARE(sheet->text(), "Module Exists");
         QCOMPARE(sheet->informativeText(), "Found submodule 'lang'\nHow to deal with it?");
         QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Skip"}));
         QCOMPARE(h.console(), ModuleChecks);
-        answerSheet(sheet, answer);
+        sheet->buttonFor(answer)->click();
         expectModulesDone(h, upstream);
         QCOMPARE(TestSupport::readFile(ws + "/.git/config.origin"), pristine);
 
@@ -295,13 +332,13 @@ private slots:
         // A second registration starts from the backup again: nothing is
         // appended twice, and the backup stays as it was.
         h.perform(AppController::TagModules);
-        AlertSheet *again = waitForSheet();
+        AlertSheet *again = Harness::waitForSheet();
         QVERIFY(again);
-        answerSheet(again, 1002); // Skip lang
-        AlertSheet *tools = waitForSheet();
+        again->buttonFor(1002)->click(); // Skip lang
+        AlertSheet *tools = Harness::waitForSheet();
         QVERIFY(tools && tools != again);
         QCOMPARE(tools->informativeText(), "Found submodule 'tools'\nHow to deal with it?");
-        answerSheet(tools, 1002); // Skip the last one ends the operation
+        tools->buttonFor(1002)->click(); // Skip the last one ends the operation
         QCOMPARE(h.console(), ModuleChecks + "\nSkip module lang\n\nSkip module tools\n\nDone.\n");
         QCOMPARE(h.button(), "Perform");
         QCOMPARE(TestSupport::readFile(ws + "/.git/config.origin"), pristine);
@@ -400,12 +437,217 @@ private slots:
         h.controller.outputField->setString(QString());
         h.controller.runUnixTask(QStringLiteral("sleep 0.2"), QDir::homePath());
         h.controller.selectItemWithTag(AppController::TagClone);
-        AlertSheet *prompt = waitForSheet();
+        AlertSheet *prompt = Harness::waitForSheet();
         QVERIFY(prompt);
         QCOMPARE(prompt->text(), "Ready to install modules");
         QCOMPARE(h.console(), "\nDone.\n");
-        answerSheet(prompt, 1001);
+        prompt->buttonFor(1001)->click();
         QCOMPARE(h.button(), "Perform");
+    }
+
+    // A .gitmodules written by a stranger, through "Get module initialized"
+    // and "Update source codes and submodules": every payload below would
+    // create its marker file if any part of it ran, and the ordinary entries
+    // beside them are still cloned.
+    void hostileURLsRunNothing_data()
+    {
+        QTest::addColumn<QString>("payload");
+        // @M@ stands for the row's marker file. Blank-free values keep the
+        // registry's stride, so their own refusal ends the transcript.
+        const char *const payloads[] = {
+            "https://h/x.git;touch${IFS}@M@",
+            "x;touch${IFS}@M@",
+            "$(touch${IFS}@M@)",
+            "`touch${IFS}@M@`",
+            "https://h/$(touch${IFS}@M@).git",
+            "https://h/`touch${IFS}@M@`.git",
+            "x|touch${IFS}@M@",
+            "x||touch${IFS}@M@",
+            "x&&touch${IFS}@M@",
+            "x&touch${IFS}@M@",
+            "x>@M@",
+            "x>>@M@",
+            "x;{touch,@M@}",
+            "<(touch${IFS}@M@)",
+            ">(touch${IFS}@M@)",
+            "x;touch$IFS'@M@'",
+            "x;\"touch\"${IFS}\"@M@\"",
+            "x;t\\ouch${IFS}@M@",
+            "x;$'\\x74ouch'${IFS}@M@",
+            "x;(touch${IFS}@M@)",
+            "x;eval${IFS}touch${IFS}@M@",
+            "x;a=touch;$a${IFS}@M@",
+            "x$(touch${IFS}@M@)y",
+            "x;touch${IFS}@M@#",
+            "x;exec${IFS}touch${IFS}@M@",
+            "x;touch${IFS}@M@|:",
+            "x\r;touch${IFS}@M@",
+            "x\xc2\xa0;touch${IFS}@M@",
+            "x\t;\ttouch\t@M@",
+            // No shell character at all: TAB splits, git takes the option.
+            "-utouch\tfile://@M@",
+            "--upload-pack=touch\tfile://@M@",
+            "file://@M@\t--upload-pack=touch",
+            "-c\tcore.sshCommand=touch\t@M@",
+            "a=~/x;touch${IFS}@M@",
+            // With blanks and line feeds the stride moves; still nothing runs.
+            "x; touch @M@",
+            "x && touch @M@",
+            "$(touch @M@)",
+            "x\n;touch @M@",
+            "` touch @M@ `",
+        };
+        int row = 0;
+        for (const char *payload : payloads)
+            QTest::addRow("%02d", ++row) << QString::fromUtf8(payload);
+    }
+    void hostileURLsRunNothing()
+    {
+        QFETCH(QString, payload);
+        const QString marker = markerFolder() + "/" + QTest::currentDataTag();
+        const QString url = QString(payload).replace(Marker, marker);
+        // The ordinary module comes first, so every value keeps it in reach.
+        const QString gitmodules =
+            gitmodulesEntry("tools", m_fixture->toolsURL()) + gitmodulesEntry("evil", url);
+        resetWorkspace(gitmodules);
+        const auto before = snapshot(m_fixture->root(), {"workspace/tools", "workspace/.git/config"});
+        const auto home = snapshot(TestSupport::homeDir(), {".config"});
+        ++m_tried;
+
+        Harness h;
+        h.perform(AppController::TagModules);
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
+
+        QVERIFY2(!QFileInfo::exists(marker), qPrintable(url));
+        QVERIFY(QDir(markerFolder()).isEmpty());
+        QVERIFY(AlertSheet::openSheets().isEmpty());
+        QVERIFY(QFileInfo::exists(workspace() + "/tools/tool.txt"));
+        QCOMPARE(TestSupport::readFile(workspace() + "/.git/config"),
+                 TestSupport::readFile(workspace() + "/.git/config.origin") + "\n"
+                     + gitmodules.toUtf8());
+        auto after = snapshot(m_fixture->root(), {"workspace/tools", "workspace/.git/config"});
+        QVERIFY(after.remove("workspace/.git/config.origin"));
+        QCOMPARE(after, before);
+        QCOMPARE(snapshot(TestSupport::homeDir(), {".config"}), home);
+
+        const QString console = h.console();
+        QVERIFY(console.contains("\nFailure.\nError: "));
+        if (!url.contains(u' ') && !url.contains(u'\n')) {
+            // The console shows a carriage return as a line break, and a
+            // no-break space as a blank.
+            const QString shown = QString(url).replace(u'\r', u'\n').replace(QChar::Nbsp, u' ');
+            const QString head = moduleTranscript(workspace(), "tools");
+            QVERIFY2(console == head + refusal(shown, false) + "\nDone.\n"
+                         || console == head + refusal(shown, true) + "\nDone.\n",
+                     qPrintable(console));
+        }
+    }
+
+    // Refused entries before, between and after ordinary ones: each ordinary
+    // module is fetched once, in order, and nothing waits for the others.
+    void refusedEntriesArePassedOver()
+    {
+        const QString first = QStringLiteral("x;touch${IFS}") + markerFolder() + "/first";
+        const QString tools = "file://" + m_fixture->toolsURL();
+        resetWorkspace(gitmodulesEntry("a", first) + gitmodulesEntry("lang", m_fixture->langURL()) +
+                       gitmodulesEntry("b", "https://host/owner/.git") +
+                       gitmodulesEntry("tools", tools) +
+                       gitmodulesEntry("c", "https://h/owner/~.git"));
+        Harness h;
+        h.perform(AppController::TagModules);
+        QCOMPARE(h.console(), moduleTranscript(workspace(), "lang"));
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
+        QCOMPARE(h.console(), moduleTranscript(workspace(), "tools")
+                                  + refusal("https://h/owner/~.git", false) + "\nDone.\n");
+        QVERIFY(AlertSheet::openSheets().isEmpty());
+        QVERIFY(QFileInfo::exists(workspace() + "/lang/en.txt"));
+        QVERIFY(QFileInfo::exists(workspace() + "/tools/tool.txt"));
+        QVERIFY(QDir(markerFolder()).isEmpty());
+        QCOMPARE(h.controller.now, 0);
+        QCOMPARE(h.controller.buttonPerform->text(), QStringLiteral("Perform"));
+    }
+
+    // A module URL whose name comes out empty names the workspace itself:
+    // neither the question nor "Replace" may ever reach it.
+    void emptyNameLeavesWorkspaceIntact()
+    {
+        const QString empty = QStringLiteral("https://host/owner/.git");
+        resetWorkspace(gitmodulesEntry("a", empty) + gitmodulesEntry("lang", m_fixture->langURL()));
+        m_fixture->cloneModule(m_fixture->langURL(), "lang");
+        TestSupport::writeFile(workspace() + "/notes.txt", "mine\n");
+        Harness h;
+        h.perform(AppController::TagModules);
+        QTRY_VERIFY_WITH_TIMEOUT(!AlertSheet::openSheets().isEmpty(), Patience);
+        AlertSheet *sheet = AlertSheet::openSheets().constLast();
+        QCOMPARE(sheet->informativeText(), QStringLiteral("Found submodule 'lang'\nHow to deal with it?"));
+        QCOMPARE(h.console(), "\nChecking files...\nDone.\n\nRegistering modules...\nDone.\n"
+                              "Checking modules...\n"
+                                  + refusal(empty, true));
+        sheet->buttonFor(1001)->click(); // Replace
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
+        QCOMPARE(h.console(), moduleTranscript(workspace(), "lang") + "\nDone.\n");
+        QVERIFY(AlertSheet::openSheets().isEmpty());
+        QVERIFY(QFileInfo::exists(workspace() + "/notes.txt"));
+        QVERIFY(QFileInfo::exists(workspace() + "/.git/HEAD"));
+        QVERIFY(QFileInfo::exists(workspace() + "/lang/en.txt"));
+
+        // Even an answer that arrives for such a name leaves everything.
+        const auto before = snapshot(workspace());
+        h.controller.moduleURL = {empty};
+        h.controller.now = 0;
+        h.controller.moduleName = QString();
+        h.controller.moduleAlertDidEnd(1001);
+        h.controller.moduleAlertDidEnd(1000);
+        QCOMPARE(snapshot(workspace()), before);
+    }
+
+    // Settings other than submodule entries are never registered, so the
+    // update's git commands cannot obey them; the modules are still fetched.
+    void foreignSettingsAreNotRegistered()
+    {
+        const QString marker = markerFolder() + "/config";
+        // git pull runs the fsmonitor hook; blank-free, so the stride still
+        // finds the one URL and the update goes ahead.
+        const QString gitmodules = gitmodulesEntry("lang", m_fixture->langURL())
+                                   + "[core]\n\tfsmonitor = touch${IFS}" + marker + ";:\n";
+        resetWorkspace(gitmodules);
+        const QByteArray config = TestSupport::readFile(workspace() + "/.git/config");
+        Harness h;
+        h.perform(AppController::TagModules);
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
+        QCOMPARE(TestSupport::readFile(workspace() + "/.git/config"), config);
+        QVERIFY(!QFileInfo::exists(workspace() + "/.git/config.origin"));
+        QVERIFY(QFileInfo::exists(workspace() + "/lang/en.txt"));
+
+        h.perform(AppController::TagUpdate);
+        QTRY_VERIFY2_WITH_TIMEOUT(h.console().endsWith("All done.\n"), qPrintable(h.console()),
+                                  Patience);
+        QVERIFY(QDir(markerFolder()).isEmpty());
+
+        // The refusal names the file, in the console's failure format.
+        Harness fresh;
+        fresh.perform(AppController::TagModules);
+        QVERIFY(fresh.console().startsWith(
+            "\nChecking files...\nDone.\n\nRegistering modules...\n\nFailure.\nError: " + workspace()
+            + "/.gitmodules holds more than submodule entries! The modules are not registered in "
+              ".git/config.\nDone.\nChecking modules...\n"));
+        QTRY_VERIFY_WITH_TIMEOUT(!AlertSheet::openSheets().isEmpty(), Patience); // lang exists
+        AlertSheet::openSheets().constLast()->endSheet();
+    }
+
+    // The update counts a refused entry as a module that is not there.
+    void updateTreatsRefusedEntryAsMissing()
+    {
+        const QString url = QStringLiteral("x;touch${IFS}") + markerFolder() + "/update";
+        resetWorkspace(gitmodulesEntry("lang", m_fixture->langURL()) +
+                       gitmodulesEntry("evil", url));
+        m_fixture->cloneModule(m_fixture->langURL(), "lang");
+        Harness h;
+        h.perform(AppController::TagUpdate);
+        QCOMPARE(h.console(), "\nChecking files...\n" + refusal(url, false));
+        QCOMPARE(h.controller.buttonPerform->text(), QStringLiteral("Perform"));
+        QVERIFY(!h.controller.unixTask);
+        QVERIFY(QDir(markerFolder()).isEmpty());
     }
 };
 

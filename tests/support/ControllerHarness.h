@@ -4,6 +4,7 @@
 
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/AlertSheet.h"
 #include "widgets/ConsoleView.h"
 #include "widgets/ProgressBar.h"
 #include "widgets/Spinner.h"
@@ -11,6 +12,17 @@
 #include "workflow/MainWindow.h"
 
 #include <QPushButton>
+
+// How long a child running real git, cmake or make may take on a busy machine.
+constexpr int Patience = 60000;
+
+using TestSupport::gitmodulesEntry;
+
+// What the console shows while a module is being fetched.
+inline QString moduleTranscript(const QString &workspace, const QString &name)
+{
+    return "\nGetting module " + name + "...\n\nLocation: " + workspace + "/" + name + "\n\n";
+}
 
 // The main window and its controller as the application sets them up. The
 // controller reads the settings when it wakes, so configure them first. A
@@ -37,6 +49,27 @@ struct ControllerHarness
     bool isIdle() const
     {
         return button() == QLatin1String("Perform") && !controller.spinner->isAnimating();
+    }
+
+    // What perform() does before a check method starts the first child.
+    void runAsOperation(int tag, const QString &command, const QString &folder)
+    {
+        controller.selectItemWithTag(tag);
+        controller.buttonPerform->setText(QStringLiteral("Stop"));
+        controller.runUnixTask(command, folder);
+    }
+
+    // A sheet left open by a failed test must not answer for the next one.
+    static void endSheets()
+    {
+        for (AlertSheet *sheet : AlertSheet::openSheets())
+            sheet->endSheet();
+    }
+    static AlertSheet *waitForSheet()
+    {
+        if (!QTest::qWaitFor([] { return !AlertSheet::openSheets().isEmpty(); }, Patience))
+            return nullptr;
+        return AlertSheet::openSheets().constLast();
     }
 
     static void configure(const QString &workspace, const QString &output, const QVariant &log)

@@ -42,6 +42,12 @@ QString makeBareRepository(const QString &parentFolder, const QString &name,
 // given shell script (without its #! line).
 void makeScriptBundle(const QString &bundle, const QString &identifier, const QByteArray &script);
 
+// A .gitmodules entry as git writes it.
+inline QString gitmodulesEntry(const QString &name, const QString &url)
+{
+    return QStringLiteral("[submodule \"%1\"]\n\tpath = %1\n\turl = %2\n").arg(name, url);
+}
+
 // The bundle the build produced, and its programs.
 QString buildBundleDir();
 
