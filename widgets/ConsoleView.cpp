@@ -359,7 +359,8 @@ bool ConsoleView::dropOldestLines(qsizetype incomingLines, qsizetype incomingCha
 {
     QTextDocument *doc = document();
     const qsizetype excess = doc->blockCount() + incomingLines - ScrollbackLines;
-    const qsizetype excessCharacters = doc->characterCount() + incomingCharacters - ScrollbackCharacters;
+    const qsizetype excessCharacters =
+        doc->characterCount() + incomingCharacters - ScrollbackCharacters;
     if (excess <= 0 && excessCharacters <= 0)
         return false;
     // Positions only: no cursor movement, so nothing is laid out. The last
@@ -367,9 +368,11 @@ bool ConsoleView::dropOldestLines(qsizetype incomingLines, qsizetype incomingCha
     const QTextBlock last = doc->lastBlock();
     int cut = 0;
     if (excess > 0)
-        cut = excess < last.blockNumber() ? doc->findBlockByNumber(int(excess)).position() : last.position();
+        cut = excess < last.blockNumber() ? doc->findBlockByNumber(int(excess)).position()
+                                          : last.position();
     if (excessCharacters > 0) {
-        const QTextBlock block = doc->findBlock(int(std::min<qsizetype>(excessCharacters, last.position())));
+        const QTextBlock block =
+            doc->findBlock(int(std::min<qsizetype>(excessCharacters, last.position())));
         const QTextBlock next = block.next();
         cut = std::max(cut, next.isValid() && block != last ? next.position() : block.position());
     }
@@ -485,7 +488,8 @@ void ConsoleView::flushSlice()
         const qint64 pieceStart = cpuElapsed();
         consume(length, &cursor);
         sliced += length;
-        copySeen |= noteOneOffCost(cpuElapsed() - pieceStart - qint64(m_nanosecondsPerChar * double(length)));
+        const qint64 expected = qint64(m_nanosecondsPerChar * double(length));
+        copySeen |= noteOneOffCost(cpuElapsed() - pieceStart - expected);
         if (clock.nsecsElapsed() >= moveBudgetNs)
             break;
     }

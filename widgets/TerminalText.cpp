@@ -345,7 +345,8 @@ quint32 extendedColour(const int *values, qsizetype count, qsizetype at, qsizety
     if (values[at] == 2 && at + 3 < count) {
         *used = 4;
         const auto channel = [&](qsizetype k) { return quint32(std::clamp(values[k], 0, 255)); };
-        return TerminalText::TrueColour | channel(at + 1) << 16 | channel(at + 2) << 8 | channel(at + 3);
+        return TerminalText::TrueColour | channel(at + 1) << 16 | channel(at + 2) << 8
+               | channel(at + 3);
     }
     *used = 1;
     return 0;
