@@ -248,9 +248,9 @@ private slots:
         QFETCH(QString, box);
         store().setObject(SettingsKeys::DefaultNameZELMOR, 0);
         const QVariantMap before = store().persisted().values();
-        QList<QVariantMap> byClick, byToggle;
-        QList<bool> agentByClick, agentByToggle;
-        for (bool viaAccessibility : {false, true}) {
+        QList<QVariantMap> stored[2]; // by click, by Toggle
+        QList<bool> agent[2];
+        for (const int byToggle : {0, 1}) {
             store().persisted().removeDomain();
             for (auto it = before.begin(); it != before.end(); ++it)
                 store().setObject(it.key(), it.value());
@@ -259,22 +259,21 @@ private slots:
             auto *check = prefs.window()->findChild<QCheckBox *>(box);
             QVERIFY(check);
             for (int turn = 0; turn < 2; ++turn) {
-                if (viaAccessibility) {
+                if (byToggle) {
                     QAccessibleActionInterface *actions = accessible(check)->actionInterface();
-                    QVERIFY(actions);
-                    QVERIFY(actions->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+                    QVERIFY(actions && actions->actionNames().contains(QAccessibleActionInterface::toggleAction()));
                     actions->doAction(QAccessibleActionInterface::toggleAction());
                 } else {
                     check->click();
                 }
-                (viaAccessibility ? byToggle : byClick).append(store().persisted().values());
-                (viaAccessibility ? agentByToggle : agentByClick).append(LoginAgent::isInstalled());
+                stored[byToggle] << store().persisted().values();
+                agent[byToggle] << LoginAgent::isInstalled();
             }
         }
-        QCOMPARE(byToggle, byClick);
-        QCOMPARE(agentByToggle, agentByClick);
+        QCOMPARE(stored[1], stored[0]);
+        QCOMPARE(agent[1], agent[0]);
         // Something was stored or written: the comparison is not of nothing.
-        QVERIFY(byClick.first() != before || agentByClick.first());
+        QVERIFY(stored[0].first() != before || agent[0].first());
     }
 
     // Press does what a click does, button by button.
@@ -285,49 +284,27 @@ private slots:
         const auto row = [](const char *name, Window window, const char *button, Acted acted) {
             QTest::newRow(name) << window << QString(button) << acted;
         };
-        row("Perform", Main, "buttonPerform", [](T *t) {
-            return !t->m_shell->controller()->outputField->toPlainText().isEmpty();
-        });
-        row("find bar, Done", Main, "Done", [](T *t) {
-            return !t->m_shell->menu()->findBar()->isVisible();
-        });
-        row("Select workspace", PrefsPaths, "browserRootButton", [](T *t) {
-            return t->m_prefsChoosers == QList{PrefsController::Chooser::Workspace};
-        });
-        row("Select output", PrefsPaths, "browserOutputButton", [](T *t) {
-            return t->m_prefsChoosers == QList{PrefsController::Chooser::Output};
-        });
-        row("help", PrefsPaths, "helpButton", [](T *t) {
-            return t->m_shell->prefsController()->popover->isShown();
-        });
-        row("Switches page", PrefsPaths, "Switches", [](T *t) {
-            return t->m_shell->prefsController()->switchView->isVisible();
-        });
-        row("Reset Warnings", PrefsSwitches, "switchResetWarnings", [](T *) {
-            return store().objectForKey(SettingsKeys::FirstLaunch) == QVariant(QString("1"));
-        });
-        row("first-launch OK", FirstLaunchSheet, "firstOKButton", [](T *) {
-            return store().intValue(SettingsKeys::FirstLaunch) == 0;
-        });
-        row("wizard Select", WizardSheet, "wizardBrowseOutputButton", [](T *t) {
-            return t->m_wizardChoosers == 1;
-        });
-        row("wizard help", WizardSheet, "wizardHelpButton", [](T *t) {
-            return t->m_shell->delegate()->iniPopover->isShown();
-        });
+        using Ch = PrefsController::Chooser;
+        row("Perform", Main, "buttonPerform",
+            [](T *t) { return !t->m_shell->controller()->outputField->toPlainText().isEmpty(); });
+        row("find bar, Done", Main, "Done", [](T *t) { return !t->m_shell->menu()->findBar()->isVisible(); });
+        row("Select workspace", PrefsPaths, "browserRootButton", [](T *t) { return t->m_prefsChoosers == QList{Ch::Workspace}; });
+        row("Select output", PrefsPaths, "browserOutputButton", [](T *t) { return t->m_prefsChoosers == QList{Ch::Output}; });
+        row("help", PrefsPaths, "helpButton", [](T *t) { return t->prefs()->popover->isShown(); });
+        row("Switches page", PrefsPaths, "Switches", [](T *t) { return t->prefs()->switchView->isVisible(); });
+        row("Reset Warnings", PrefsSwitches, "switchResetWarnings",
+            [](T *) { return store().objectForKey(SettingsKeys::FirstLaunch) == QVariant(QString("1")); });
+        row("first-launch OK", FirstLaunchSheet, "firstOKButton",
+            [](T *) { return store().intValue(SettingsKeys::FirstLaunch) == 0; });
+        row("wizard Select", WizardSheet, "wizardBrowseOutputButton", [](T *t) { return t->m_wizardChoosers == 1; });
+        row("wizard help", WizardSheet, "wizardHelpButton", [](T *t) { return t->m_shell->delegate()->iniPopover->isShown(); });
         row("wizard hint", WizardHint, "", [](T *t) { return t->m_wizardHints == 1; });
-        row("wizard OK", WizardSheet, "wizardOKButton", [](T *) {
-            return store().objectForKey(SettingsKeys::Initialization) == QVariant(0);
-        });
-        row("alert, second button", Alert, "Replace", [](T *t) {
-            return t->m_alertAnswer == AlertSheet::FirstButtonReturn + 1;
-        });
-        row("installer, Check Again", Installer, "checkAgainButton", [](T *t) {
-            return t->m_installerChecks == 2;
-        });
-        row("installer, Close", Installer, "closeButton", [](T *t) {
-            return !t->m_installer->isVisible();
-        });
+        row("wizard OK", WizardSheet, "wizardOKButton",
+            [](T *) { return store().objectForKey(SettingsKeys::Initialization) == QVariant(0); });
+        row("alert, second button", Alert, "Replace",
+            [](T *t) { return t->m_alertAnswer == AlertSheet::FirstButtonReturn + 1; });
+        row("installer, Check Again", Installer, "checkAgainButton", [](T *t) { return t->m_installerChecks == 2; });
+        row("installer, Close", Installer, "closeButton", [](T *t) { return !t->m_installer->isVisible(); });
     }
     void pressActs()
     {
@@ -386,20 +363,13 @@ private slots:
         for (bool changed : {false, true}) {
             if (changed)
                 QApplication::setPalette(QPalette());
-            int missing = 0;
-            for (int row = 0; row < table->rowCount(); ++row) {
-                QTableWidgetItem *status = table->item(row, 1);
-                if (status->text() != "Missing")
-                    continue;
-                ++missing;
-                QVERIFY(Contrast::ratio(status->foreground().color(),
-                                        table->palette().color(QPalette::Base))
+            const auto missing = table->findItems("Missing", Qt::MatchExactly);
+            QVERIFY(!missing.isEmpty());
+            for (QTableWidgetItem *status : missing)
+                QVERIFY(Contrast::ratio(status->foreground().color(), table->palette().color(QPalette::Base))
                         >= Contrast::MinimumTextRatio);
-            }
-            QVERIFY(missing > 0);
         }
     }
-
 
     // --- Keyboard alone ----------------------------------------------------
 
@@ -444,7 +414,7 @@ private slots:
         QFETCH(bool, turnPage);
         QWidget *w = open(PrefsPaths);
         QVERIFY(activate(w));
-        PrefsController *prefs = m_shell->prefsController();
+        PrefsController *prefs = this->prefs();
         if (turnPage) {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
         } else {
@@ -478,13 +448,11 @@ private slots:
         QFETCH(Window, window);
         QWidget *w = open(window);
         QVERIFY(activate(w));
-        if (window == PrefsPaths) {
-            // An open popover goes first.
-            m_shell->prefsController()->helpButton->click();
-            QVERIFY(m_shell->prefsController()->popover->isShown());
+        if (window == PrefsPaths) { // an open popover goes first
+            prefs()->helpButton->click();
+            QVERIFY(prefs()->popover->isShown());
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-            QVERIFY(!m_shell->prefsController()->popover->isShown());
-            QVERIFY(w->isVisible());
+            QVERIFY(!prefs()->popover->isShown() && w->isVisible());
         }
         QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : w, Qt::Key_Escape);
         QVERIFY(!w->isVisible());
@@ -496,9 +464,8 @@ private slots:
         QWidget *about = open(About);
         QVERIFY(activate(about));
         QTest::keyClick(about, Qt::Key_Comma, Qt::ControlModifier);
-        QVERIFY(m_shell->prefsController() && m_shell->prefsController()->window()->isVisible());
-        QWidget *prefs = m_shell->prefsController()->window();
-        QVERIFY(activate(prefs));
+        QVERIFY(prefs() && prefs()->window()->isVisible());
+        QVERIFY(activate(prefs()->window()));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::ControlModifier);
         QVERIFY(m_shell->menu()->findBar()->isVisible());
         QTRY_COMPARE(QApplication::activeWindow(), m_shell->window());
@@ -507,21 +474,16 @@ private slots:
 
     void mnemonics_data()
     {
-        QTest::addColumn<QStringList>("labels");
-        QTest::addColumn<QStringList>("marked");
-        QTest::newRow("word starts first")
-            << QStringList{"Hide ZELMOR Helper", "Hide Others", "Show All"}
-            << QStringList{"&Hide ZELMOR Helper", "Hide &Others", "&Show All"};
-        QTest::newRow("then any free letter")
-            << QStringList{"Select", "Select", "OK"} << QStringList{"&Select", "S&elect", "&OK"};
-        QTest::newRow("case-insensitive, digits count")
-            << QStringList{"a", "A", "1 a"} << QStringList{"&a", "A", "&1 a"};
-        QTest::newRow("kept marks reserve their letter")
-            << QStringList{"Copy", "&Close"} << QStringList{"C&opy", "&Close"};
-        QTest::newRow("literal ampersand, no letter left")
-            << QStringList{"Find & Replace", "?"} << QStringList{"&Find && Replace", "?"};
-        QTest::newRow("translated") << QStringList{"Bearbeiten", "Fenster", "Über ZELMOR Helper"}
-                                    << QStringList{"&Bearbeiten", "&Fenster", "&Über ZELMOR Helper"};
+        TestSupport::columns<QStringList, QStringList>({"labels", "marked"});
+        using L = QStringList;
+        QTest::newRow("word starts first") << L{"Hide ZELMOR Helper", "Hide Others", "Show All"}
+                                           << L{"&Hide ZELMOR Helper", "Hide &Others", "&Show All"};
+        QTest::newRow("then any free letter") << L{"Select", "Select", "OK"} << L{"&Select", "S&elect", "&OK"};
+        QTest::newRow("case-insensitive, digits count") << L{"a", "A", "1 a"} << L{"&a", "A", "&1 a"};
+        QTest::newRow("kept marks reserve their letter") << L{"Copy", "&Close"} << L{"C&opy", "&Close"};
+        QTest::newRow("literal ampersand, no letter left") << L{"Find & Replace", "?"} << L{"&Find && Replace", "?"};
+        QTest::newRow("translated") << L{"Bearbeiten", "Fenster", "Über ZELMOR Helper"}
+                                    << L{"&Bearbeiten", "&Fenster", "&Über ZELMOR Helper"};
     }
     void mnemonics()
     {
@@ -549,9 +511,8 @@ private slots:
         QWidget *sheet = open(window);
         QVERIFY(sheet && sheet->isVisible());
         const QVariant before = store().persisted().value(key);
-        QTimer guard;
-        guard.setSingleShot(true);
-        connect(&guard, &QTimer::timeout, qApp, [] { QCoreApplication::exit(1); });
+        QTimer guard; // a Quit that does not answer fails instead of hanging
+        guard.callOnTimeout(qApp, [] { QCoreApplication::exit(1); });
         guard.start(20000);
         QTimer::singleShot(0, sheet, [this, sheet] {
             QVERIFY(activate(sheet));
@@ -559,12 +520,13 @@ private slots:
                             Qt::Key_Q, Qt::ControlModifier);
         });
         QCOMPARE(QApplication::exec(), 0);
-        guard.stop();
         QCOMPARE(store().intValue(key), 1);
         QCOMPARE(store().persisted().value(key), before);
     }
 
 private:
+    PrefsController *prefs() const { return m_shell->prefsController(); }
+    Ui::MainWindow *ui() const { return m_shell->window()->ui(); }
     bool activate(QWidget *w)
     {
         w->raise();
@@ -584,22 +546,18 @@ private:
     QWidget *open(Window window)
     {
         switch (window) {
-        case Main: {
+        case Main:
             startShell(0);
-            Ui::MainWindow *ui = m_shell->window()->ui();
-            ui->popupSelection->setCurrentIndex(2); // an update, which finds nothing to update
-            ui->menuFind->trigger();
+            ui()->popupSelection->setCurrentIndex(2); // an update, which finds nothing to update
+            ui()->menuFind->trigger();
             return m_shell->window();
-        }
         case PrefsPaths:
-        case PrefsSwitches: {
+        case PrefsSwitches:
             startShell(0);
-            m_shell->window()->ui()->menuPrefs->trigger();
-            PrefsController *prefs = m_shell->prefsController();
+            ui()->menuPrefs->trigger();
             if (window == PrefsSwitches)
-                prefs->toolbarSwitch->trigger();
-            return prefs->window();
-        }
+                prefs()->toolbarSwitch->trigger();
+            return prefs()->window();
         case FirstLaunchSheet:
             startShell(1);
             return m_shell->delegate()->firstLaunchWindow;
@@ -609,7 +567,7 @@ private:
             return m_shell->delegate()->wizardWindow;
         case About:
             startShell(0);
-            m_shell->window()->ui()->menuAbout->trigger();
+            ui()->menuAbout->trigger();
             return m_shell->aboutController()->window();
         case Alert:
             startShell(0);
@@ -626,12 +584,9 @@ private:
             m_installer = std::make_unique<InstallerWindow>(ComponentChecks::Platform::Debian,
                                                             m_emptyDir.path(), "/nonexistent/cmake");
             m_installerChecks = 0;
-            connect(m_installer.get(), &InstallerWindow::checksFinished, this,
-                    [this] { ++m_installerChecks; });
+            connect(m_installer.get(), &InstallerWindow::checksFinished, this, [this] { ++m_installerChecks; });
             m_installer->show();
-            if (!QTest::qWaitFor([this] { return m_installerChecks == 1; }, 20000))
-                return nullptr;
-            return m_installer.get();
+            return QTest::qWaitFor([this] { return m_installerChecks == 1; }, 20000) ? m_installer.get() : nullptr;
         }
         case WizardHint:
             startShell(1);

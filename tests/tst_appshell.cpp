@@ -51,13 +51,9 @@ public:
     QList<Call> calls;
 
 public slots:
-    uint Notify(const QString &application, uint replacesId, const QString &icon,
-                const QString &summary, const QString &body, const QStringList &actions,
-                const QVariantMap &hints, int timeout)
+    uint Notify(const QString &application, uint, const QString &icon, const QString &summary,
+                const QString &body, const QStringList &, const QVariantMap &hints, int)
     {
-        Q_UNUSED(replacesId)
-        Q_UNUSED(actions)
-        Q_UNUSED(timeout)
         calls.append({application, icon, summary, body, hints});
         emit notified();
         return uint(calls.size());
@@ -86,7 +82,8 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (event->type() == QEvent::Show && watched->objectName() == "firstLaunch")
-            paths << store().stringValue(SettingsKeys::Workspace) << store().stringValue(SettingsKeys::Output);
+            paths << store().stringValue(SettingsKeys::Workspace)
+                  << store().stringValue(SettingsKeys::Output);
         return false;
     }
 };
@@ -116,6 +113,24 @@ struct MenuHarness : ControllerHarness
     }
 };
 
+// Open beside anchor on edge, covering none of it (above it for MaxYEdge).
+void expectPopover(Popover *popover, QWidget *anchor, Popover::Edge edge)
+{
+    QVERIFY(popover->isShown());
+    QCOMPARE(popover->positioningView(), anchor);
+    QCOMPARE(popover->edge(), edge);
+    const QRect at = popover->geometry(), of(anchor->mapToGlobal(QPoint(0, 0)), anchor->size());
+    QVERIFY(edge == Popover::MaxYEdge ? at.bottom() < of.top() : !at.intersects(of));
+}
+
+// A companion listening under the status-bar identifier; quit counts its requests.
+struct Companion
+{
+    CompanionChannelServer server;
+    QSignalSpy quit{&server, &CompanionChannelServer::quitRequested};
+    explicit Companion(const QString &id) : server(id) { QVERIFY(server.listen()); }
+};
+
 } // namespace
 
 // Start-up, first launch and wizard, menus, the about window, finding in the
@@ -138,7 +153,6 @@ private slots:
         makeScriptBundle(m_bundle + "/Contents/Library/ZELMORInstallComponets.app",
                          "org.zelmor.test.Installer", "echo started >> '" + m_installerMarker.toUtf8() + "'\n");
         Bundle::setMainBundlePath(m_bundle);
-
         Relaunch::setHandler([this](float delay) { m_relaunches.append(delay); });
 
         // A session bus of the test's own; the fake owns the notification
@@ -150,7 +164,6 @@ private slots:
         QVERIFY(!address.isEmpty());
         qputenv("DBUS_SESSION_BUS_ADDRESS", address);
         QDBusConnection service = QDBusConnection::connectToBus(QString::fromUtf8(address), "fake");
-        QVERIFY(service.isConnected());
         QVERIFY(service.registerObject("/org/freedesktop/Notifications", &m_fake,
                                        QDBusConnection::ExportAllSlots));
         QVERIFY(service.registerService("org.freedesktop.Notifications"));
@@ -204,101 +217,87 @@ private slots:
                  "tool(needless for Xcode), homebrew, cmake, sdl.\n \n(cmake and sdl can be "
                  "installed through homebrew)");
         QCOMPARE(d->firstPopMessage->text(), "Don't know how to install? Click here to try wizard.");
-
-        // The hint opens with the sheet, above the button it points at.
-        QVERIFY(d->tryWizardPopover->isShown());
-        QCOMPARE(d->tryWizardPopover->positioningView(), d->tryWizardButton.data());
-        QCOMPARE(d->tryWizardPopover->edge(), Popover::MaxYEdge);
-        QVERIFY(d->tryWizardPopover->geometry().bottom()
-                < d->tryWizardButton->mapToGlobal(QPoint(0, 0)).y());
+        expectPopover(d->tryWizardPopover, d->tryWizardButton, Popover::MaxYEdge);
     }
 
-    // Quitting with the first sheet open starts the sequence over.
+    // Quitting with the first sheet open starts the sequence over; neither
+    // Escape nor closing the window ends the sheet.
     void firstLaunchIsClearedOnlyByItsOK()
     {
         start();
         m_shell.reset();
         store().setObject(SettingsKeys::Workspace, "/home/me/src");
         start();
-        QVERIFY(delegate()->firstLaunchWindow);
+        ZELMORHelperAppDelegate *d = delegate();
         QCOMPARE(store().stringValue(SettingsKeys::Workspace), "/Developer/ZELMOR");
-        // Neither Escape nor closing the window ends the sheet.
-        QTest::keyClick(delegate()->firstLaunchWindow, Qt::Key_Escape);
-        QTest::keyClick(delegate()->firstLaunchWindow, Qt::Key_Escape);
-        delegate()->firstLaunchWindow->close();
-        QVERIFY(delegate()->firstLaunchWindow && delegate()->firstLaunchWindow->isVisible());
+        QTest::keyClick(d->firstLaunchWindow, Qt::Key_Escape);
+        QTest::keyClick(d->firstLaunchWindow, Qt::Key_Escape);
+        d->firstLaunchWindow->close();
+        QVERIFY(d->firstLaunchWindow && d->firstLaunchWindow->isVisible());
         QCOMPARE(store().intValue(SettingsKeys::FirstLaunch), 1);
 
-        QTest::mouseClick(delegate()->firstOKButton, Qt::LeftButton);
+        QTest::mouseClick(d->firstOKButton, Qt::LeftButton);
         const QVariant cleared = store().objectForKey(SettingsKeys::FirstLaunch);
         QVERIFY(cleared.typeId() != QMetaType::QString); // a number, not the text "0"
         QCOMPARE(cleared.toInt(), 0);
-        QVERIFY(!delegate()->firstLaunchWindow);
-        QVERIFY(delegate()->wizardWindow && delegate()->wizardWindow->isVisible());
-        QCOMPARE(delegate()->wizardWindow->windowModality(), Qt::WindowModal);
-        QCOMPARE(delegate()->wizardTitle->text(), "Initialization");
-        QCOMPARE(delegate()->wizardBrowseOutputButton->text().remove('&'), "Select");
+        QVERIFY(!d->firstLaunchWindow);
+        QVERIFY(d->wizardWindow && d->wizardWindow->isVisible());
+        QCOMPARE(d->wizardWindow->windowModality(), Qt::WindowModal);
+        QCOMPARE(d->wizardTitle->text(), "Initialization");
+        QCOMPARE(d->wizardBrowseOutputButton->text().remove('&'), "Select");
         QCOMPARE(store().intValue(SettingsKeys::Initialization), 1);
-        QTest::keyClick(delegate()->wizardWindow, Qt::Key_Escape);
-        QVERIFY(delegate()->wizardWindow->isVisible());
+        QTest::keyClick(d->wizardWindow, Qt::Key_Escape);
+        QVERIFY(d->wizardWindow->isVisible());
+
+        // The wizard's help opens left of its button.
+        auto *help = d->wizardWindow->findChild<QToolButton *>("wizardHelpButton");
+        QVERIFY(help);
+        QTest::mouseClick(help, Qt::LeftButton);
+        expectPopover(d->iniPopover, help, Popover::MinXEdge);
+        QVERIFY(!d->wizardPopMessage->text().isEmpty());
     }
 
+    // clicks: W the workspace chooser, O the output chooser, answered in turn
     void wizardStoresTheChosenFolders_data()
     {
-        // answers: the workspace choice, then the output choice
-        columns<QStringList, QString, QString, QString, QString>(
-            {"answers", "workspace", "output", "workspaceField", "outputField"});
-        QTest::newRow("same parent") << QStringList{"/tmp/P", "/tmp/P"} << "/tmp/P/ZELMOR"
-                                     << "/tmp/P/ZELMOR/Output" << "/tmp/P/ZELMOR" << "/tmp/P/ZELMOR/Output";
-        QTest::newRow("blanks") << QStringList{"/my src", "/c"} << "/my src/ZELMOR"
-                                << "/c/ZELMOR/Output" << "/my src/ZELMOR" << "/c/ZELMOR/Output";
-        QTest::newRow("root, unnormalised") << QStringList{"/", "/"} << "//ZELMOR" << "//ZELMOR/Output"
-                                            << "//ZELMOR" << "//ZELMOR/Output";
-        QTest::newRow("both cancelled") << QStringList{"", ""} << "/Developer/ZELMOR"
-                                        << "/Developer/ZELMOR/Output" << "" << "";
+        columns<QString, QStringList, QString, QString, QString, QString>(
+            {"clicks", "answers", "workspace", "output", "workspaceField", "outputField"});
+        QTest::newRow("same parent") << "WO" << QStringList{"/tmp/P", "/tmp/P"} << "/tmp/P/ZELMOR"
+            << "/tmp/P/ZELMOR/Output" << "/tmp/P/ZELMOR" << "/tmp/P/ZELMOR/Output";
+        QTest::newRow("blanks") << "WO" << QStringList{"/my src", "/c"} << "/my src/ZELMOR"
+            << "/c/ZELMOR/Output" << "/my src/ZELMOR" << "/c/ZELMOR/Output";
+        QTest::newRow("root, unnormalised") << "WO" << QStringList{"/", "/"} << "//ZELMOR"
+            << "//ZELMOR/Output" << "//ZELMOR" << "//ZELMOR/Output";
+        QTest::newRow("both cancelled") << "WO" << QStringList{"", ""} << "/Developer/ZELMOR"
+            << "/Developer/ZELMOR/Output" << "" << "";
+        QTest::newRow("second choice cancelled") << "WW" << QStringList{"/first", ""}
+            << "/first/ZELMOR" << "/Developer/ZELMOR/Output" << "/first/ZELMOR" << "";
     }
     void wizardStoresTheChosenFolders()
     {
+        QFETCH(QString, clicks);
         QFETCH(QStringList, answers);
-        openWizard();
+        start();
         ZELMORHelperAppDelegate *d = delegate();
+        QTest::mouseClick(d->firstOKButton, Qt::LeftButton);
+        QVERIFY(d->wizardWindow);
 
         m_answers = answers;
-        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
-        QCOMPARE(m_chooserParent, d->wizardWindow.data());
-        QCOMPARE(m_chooserPrompt, "Select");
-        QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
+        for (QChar click : clicks) {
+            QTest::mouseClick(click == 'W' ? d->wizardBrowseWorkspaceButton : d->wizardBrowseOutputButton,
+                              Qt::LeftButton);
+            QCOMPARE(m_chooserParent, d->wizardWindow.data());
+            QCOMPARE(m_chooserPrompt, "Select");
+        }
         QTEST(store().stringValue(SettingsKeys::Workspace), "workspace");
         QTEST(store().stringValue(SettingsKeys::Output), "output");
         QTEST(d->iniWorkSpaceText->text(), "workspaceField");
         QTEST(d->iniOutputText->text(), "outputField");
+        QCOMPARE(d->inipathStr.isEmpty(), answers.constLast().isEmpty());
 
         QTest::mouseClick(d->wizardOKButton, Qt::LeftButton);
         QCOMPARE(store().intValue(SettingsKeys::Initialization), 0);
         QVERIFY(!d->wizardWindow);
-    }
-
-    void cancellingASecondChoiceKeepsTheFirst()
-    {
-        openWizard();
-        ZELMORHelperAppDelegate *d = delegate();
-        m_answers = {"/first", ""};
-        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
-        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
-        QCOMPARE(store().stringValue(SettingsKeys::Workspace), "/first/ZELMOR");
-        QCOMPARE(d->iniWorkSpaceText->text(), "/first/ZELMOR");
-        QVERIFY(d->inipathStr.isEmpty());
-
-        // The wizard's help opens left of its button.
-        auto *help = delegate()->wizardWindow->findChild<QToolButton *>("wizardHelpButton");
-        QVERIFY(help);
-        QTest::mouseClick(help, Qt::LeftButton);
-        Popover *popover = delegate()->iniPopover;
-        QVERIFY(popover->isShown());
-        QCOMPARE(popover->edge(), Popover::MinXEdge);
-        QCOMPARE(popover->positioningView(), help);
-        QVERIFY(!popover->geometry().intersects(QRect(help->mapToGlobal(QPoint(0, 0)), help->size())));
-        QVERIFY(!delegate()->wizardPopMessage->text().isEmpty());
     }
 
     // The wizard's real chooser opens at the stored paths.
@@ -312,16 +311,16 @@ private slots:
     {
         QFETCH(bool, workspace);
         ZELMORHelperAppDelegate::setFolderChooser({});
-        openWizard();
+        start();
+        ZELMORHelperAppDelegate *d = delegate();
+        d->closeFirstLaunch();
         const QString dev = m_dir.path() + "/Dev";
         QVERIFY(QDir().mkpath(dev));
         store().setObject(SettingsKeys::Workspace, dev + "/ZELMOR");
         store().setObject(SettingsKeys::Output, dev + "/ZELMOR/Output");
-        (workspace ? delegate()->wizardBrowseWorkspaceButton : delegate()->wizardBrowseOutputButton)
-            ->click();
+        (workspace ? d->wizardBrowseWorkspaceButton : d->wizardBrowseOutputButton)->click();
         QFileDialog *dialog = nullptr;
-        QTRY_VERIFY((dialog = delegate()->wizardWindow->findChild<QFileDialog *>()) &&
-                    dialog->isVisible());
+        QTRY_VERIFY((dialog = d->wizardWindow->findChild<QFileDialog *>()) && dialog->isVisible());
         QCOMPARE(dialog->directory().absolutePath(), dev);
         dialog->reject();
         QCOMPARE(store().stringValue(SettingsKeys::Workspace), dev + "/ZELMOR");
@@ -332,9 +331,8 @@ private slots:
     // but "App Location".
     void resetWarningsBringsTheSequenceBack()
     {
-        store().setObject(SettingsKeys::FirstLaunch, 0);
         store().setObject(SettingsKeys::Workspace, "/home/me/src");
-        start();
+        start(0);
         QVERIFY(!delegate()->firstLaunchWindow);
         QCOMPARE(store().stringValue(SettingsKeys::Workspace), "/home/me/src");
         QVERIFY(!store().persisted().value(SettingsKeys::Output).isValid());
@@ -365,8 +363,7 @@ private slots:
 
     void menusAreTitledInOrderAndReachTheirActions()
     {
-        store().setObject(SettingsKeys::FirstLaunch, 0);
-        start();
+        start(0);
         QCOMPARE(m_shell->window()->windowTitle(), "ZELMOR Helper");
         auto titles = [](QMenu *menu) {
             QStringList list;
@@ -415,8 +412,7 @@ private slots:
 
     void windowMenuActsOnTheWindow()
     {
-        store().setObject(SettingsKeys::FirstLaunch, 0);
-        start();
+        start(0);
         QMainWindow *w = m_shell->window();
         ui()->menuZoom->trigger();
         QTRY_VERIFY(w->isMaximized());
@@ -435,52 +431,44 @@ private slots:
         QVERIFY(w->isVisible());
     }
 
+    // The quit switch asks the companion (whose identifier comes from its
+    // own Info.plist) to quit, at once and at termination; nothing listening
+    // is reported as such.
     void quitSwitch_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<int>("expected");
-        QTest::newRow("text 1") << QVariant(QStringLiteral("1")) << int(CompanionQuit::Asked);
-        QTest::newRow("number 1") << QVariant(1) << int(CompanionQuit::NotAsked);
-        QTest::newRow("text 0") << QVariant(QStringLiteral("0")) << int(CompanionQuit::NotAsked);
-        QTest::newRow("registered default") << QVariant() << int(CompanionQuit::NotAsked);
+        columns<QVariant, QString, int>({"value", "listener", "expected"});
+        QTest::newRow("text 1") << QVariant("1") << m_statusbarId << int(CompanionQuit::Asked);
+        QTest::newRow("number 1") << QVariant(1) << m_statusbarId << int(CompanionQuit::NotAsked);
+        QTest::newRow("text 0") << QVariant("0") << m_statusbarId << int(CompanionQuit::NotAsked);
+        QTest::newRow("registered default") << QVariant() << m_statusbarId << int(CompanionQuit::NotAsked);
+        QTest::newRow("nobody listens") << QVariant("1") << "" << int(CompanionQuit::NotRunning);
     }
     void quitSwitch()
     {
         QFETCH(QVariant, value);
+        QFETCH(QString, listener);
         QFETCH(int, expected);
-        store().setObject(SettingsKeys::FirstLaunch, 0);
-        start();
+        start(0);
         if (value.isValid())
             store().setObject(SettingsKeys::QuitStatusbarApp, value);
-        // The identifier comes from the companion's own Info.plist.
         QCOMPARE(statusbarAppIdentifier(), m_statusbarId);
-        CompanionChannelServer companion(m_statusbarId);
-        QVERIFY(companion.listen());
-        QSignalSpy quit(&companion, &CompanionChannelServer::quitRequested);
-
+        if (listener.isEmpty()) {
+            QCOMPARE(int(quitStatusbarAppIfAsked("org.zelmor.test.Nobody")), expected);
+            return;
+        }
+        Companion companion(listener);
         QCOMPARE(int(quitStatusbarAppIfAsked(m_statusbarId)), expected);
-        if (expected == int(CompanionQuit::Asked))
-            QVERIFY(quit.wait(5000));
-
-        quit.clear();
+        const bool asked = expected == int(CompanionQuit::Asked);
+        if (asked)
+            QVERIFY(companion.quit.wait(5000));
+        companion.quit.clear();
         delegate()->applicationWillTerminate();
-        if (expected == int(CompanionQuit::Asked))
-            QVERIFY(quit.wait(5000));
-        else
-            QVERIFY(!quit.wait(300));
-    }
-
-    // Nothing listens: the failure is reported and termination goes on.
-    void quitWithoutARunningCompanion()
-    {
-        store().setObject(SettingsKeys::QuitStatusbarApp, QStringLiteral("1"));
-        QCOMPARE(quitStatusbarAppIfAsked("org.zelmor.test.Nobody"), CompanionQuit::NotRunning);
+        QCOMPARE(companion.quit.wait(asked ? 5000 : 300), asked);
     }
 
     void companionIsToldTheProgress()
     {
-        store().setObject(SettingsKeys::FirstLaunch, 0);
-        start();
+        start(0);
         AppController *c = m_shell->controller();
         CompanionChannelServer companion(m_statusbarId);
         QVERIFY(companion.listen());
@@ -540,10 +528,9 @@ private slots:
         QFETCH(int, selectionStart);
         QFETCH(int, selectionEnd);
         QFETCH(bool, backward);
-        QFETCH(int, expected);
         const TextMatch match =
             ::findInText("ab cab CAB ab", needle, selectionStart, selectionEnd, backward);
-        QCOMPARE(match.start, qsizetype(expected));
+        QTEST(int(match.start), "expected");
         if (match.found())
             QCOMPARE(match.length, needle.size());
     }
@@ -615,8 +602,7 @@ private slots:
     // the popover twice, and no more; it opens above the creator line.
     void aboutPopoverOncePerRequest()
     {
-        store().setObject(SettingsKeys::FirstLaunch, 0);
-        start();
+        start(0);
         m_shell->controller()->aboutApp();
         AboutController *about = m_shell->aboutController();
         QVERIFY(about);
@@ -627,13 +613,7 @@ private slots:
         QVERIFY(about->window()->isVisible());
         QTRY_COMPARE(shown.count(), 2);
         QVERIFY(!shown.wait(1000));
-        QCOMPARE(shown.count(), 2);
-
-        Popover *popover = about->popoverMe();
-        QCOMPARE(popover->positioningView(), about->creator.data());
-        QCOMPARE(popover->edge(), Popover::MaxYEdge);
-        QVERIFY(popover->isShown());
-        QVERIFY(popover->geometry().bottom() < about->creator->mapToGlobal(QPoint(0, 0)).y());
+        expectPopover(about->popoverMe(), about->creator, Popover::MaxYEdge);
     }
 
     // Closing the window before the timer fires does not cancel the popover
@@ -662,8 +642,7 @@ private slots:
     void popoverGeometryTouchesTheChosenEdge()
     {
         QFETCH(int, edge);
-        QTEST(popoverGeometry(QRect(100, 100, 40, 20), QSize(60, 30), static_cast<Popover::Edge>(edge)),
-              "expected");
+        QTEST(popoverGeometry(QRect(100, 100, 40, 20), QSize(60, 30), Popover::Edge(edge)), "expected");
     }
 
     // A transient popover: the next click elsewhere closes it.
@@ -684,20 +663,14 @@ private slots:
 
     void noticeNamesTheOperationAndHowItEnded_data()
     {
-        QTest::addColumn<int>("tag");
-        QTest::addColumn<OperationEnd>("end");
-        QTest::addColumn<QString>("summary");
-        QTest::addColumn<QString>("body");
-        QTest::newRow("compile") << int(AppController::TagCompile) << OperationEnd::AllDone
-                                 << "Compile ZELMOR" << "All done.";
-        QTest::newRow("update") << int(AppController::TagUpdate) << OperationEnd::AllDone
+        columns<int, OperationEnd, QString, QString>({"tag", "end", "summary", "body"});
+        using C = AppController;
+        QTest::newRow("compile") << int(C::TagCompile) << OperationEnd::AllDone << "Compile ZELMOR" << "All done.";
+        QTest::newRow("update") << int(C::TagUpdate) << OperationEnd::AllDone
                                 << "Update source codes and submodules" << "All done.";
-        QTest::newRow("modules") << int(AppController::TagModules) << OperationEnd::Done
-                                 << "Get module initialized" << "Done.";
-        QTest::newRow("clone stopped")
-            << int(AppController::TagClone) << OperationEnd::TerminatedByUser
-            << "Get a complete copy of source codes of ZELLMOR from GitHub"
-            << "Task terminated by user.";
+        QTest::newRow("modules") << int(C::TagModules) << OperationEnd::Done << "Get module initialized" << "Done.";
+        QTest::newRow("clone stopped") << int(C::TagClone) << OperationEnd::TerminatedByUser
+            << "Get a complete copy of source codes of ZELLMOR from GitHub" << "Task terminated by user.";
         QTest::newRow("no operation") << 0 << OperationEnd::Done << "ZELMOR Helper" << "Done.";
     }
     void noticeNamesTheOperationAndHowItEnded()
@@ -715,8 +688,7 @@ private slots:
     // first end sent none.
     void onlyAnInactiveWindowIsNotified()
     {
-        store().setObject(SettingsKeys::FirstLaunch, 0);
-        start();
+        start(0);
         AppController *c = m_shell->controller();
         MainWindow *window = m_shell->window();
         m_fake.calls.clear();
@@ -755,21 +727,13 @@ private slots:
     // window ends it, and the end asks the companion to quit.
     void closingTheMainWindowEndsTheApplication()
     {
-        store().setObject(SettingsKeys::FirstLaunch, 0);
         store().setObject(SettingsKeys::QuitStatusbarApp, QStringLiteral("1"));
-        start();
-        CompanionChannelServer companion(m_statusbarId);
-        QVERIFY(companion.listen());
-        QSignalSpy quit(&companion, &CompanionChannelServer::quitRequested);
-
-        QTimer guard;
-        guard.setSingleShot(true);
-        connect(&guard, &QTimer::timeout, qApp, [] { QCoreApplication::exit(1); });
-        guard.start(20000);
+        start(0);
+        Companion companion(m_statusbarId);
+        QTimer::singleShot(20000, qApp, [] { QCoreApplication::exit(1); });
         QTimer::singleShot(0, m_shell->window(), &QWidget::close);
         QCOMPARE(QApplication::exec(), 0);
-        guard.stop();
-        QVERIFY(quit.count() == 1 || quit.wait(5000));
+        QVERIFY(companion.quit.count() == 1 || companion.quit.wait(5000));
     }
 
 private:
@@ -783,16 +747,13 @@ private:
         c->runUnixTask("true", m_dir.path());
     }
 
-    void start()
+    // firstLaunch < 0 leaves the setting as it is.
+    void start(int firstLaunch = -1)
     {
+        if (firstLaunch >= 0)
+            store().setObject(SettingsKeys::FirstLaunch, firstLaunch);
         m_shell = std::make_unique<ApplicationShell>();
         m_shell->start();
-    }
-    void openWizard()
-    {
-        start();
-        QTest::mouseClick(delegate()->firstOKButton, Qt::LeftButton);
-        QVERIFY(delegate()->wizardWindow);
     }
     ZELMORHelperAppDelegate *delegate() const { return m_shell->delegate(); }
     Ui::MainWindow *ui() const { return m_shell->window()->ui(); }
@@ -800,10 +761,7 @@ private:
     QTemporaryDir m_dir;
     QProcess m_bus;
     FakeNotifications m_fake;
-    QString m_bundle;
-    QString m_statusbarMarker;
-    QString m_installerMarker;
-    QString m_statusbarId;
+    QString m_bundle, m_statusbarMarker, m_installerMarker, m_statusbarId;
     std::unique_ptr<ApplicationShell> m_shell;
     QStringList m_answers;
     QWidget *m_chooserParent = nullptr;

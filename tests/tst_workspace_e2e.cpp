@@ -61,12 +61,6 @@ private:
         }
     };
 
-    static QString assetsMessage(const QString &root)
-    {
-        return "\n'asssets' not found in " + root
-               + "/Android.Please re-download a complete copy of source codes.\n";
-    }
-
     static QString allDone() { return QStringLiteral("Done.\n\nAll done.\n"); }
 
     static QStringList tree(const QString &folder)
@@ -86,25 +80,20 @@ private slots:
         QTest::newRow("log off") << 0;
         QTest::newRow("log on") << 1;
     }
-
     void fullUpdateBringsMainAndModuleCommits()
     {
         QFETCH(int, log);
-        WorkspaceFixture fixture;
-        QVERIFY(fixture.isValid());
-        fixture.checkout();
-        fixture.pushCommit("main", "NEWS.txt", "release notes\n");
-        fixture.pushCommit("lang", "fr.txt", "Executer\n");
-        ControllerHarness::configure(fixture.workspace(), fixture.output(), log);
-
-        ControllerHarness h;
+        Run r(log);
+        r.fixture.pushCommit("main", "NEWS.txt", "release notes\n");
+        r.fixture.pushCommit("lang", "fr.txt", "Executer\n");
+        ControllerHarness &h = r.h;
         h.perform(AppController::TagUpdate);
         QCOMPARE(h.button(), "Stop");
 
         const QString end = QStringLiteral("Done.\n \nAll done.\n");
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith(end), Patience);
-        QVERIFY(QFile::exists(fixture.workspace() + "/NEWS.txt"));
-        QVERIFY(QFile::exists(fixture.workspace() + "/lang/fr.txt"));
+        QVERIFY(QFile::exists(r.ws() + "/NEWS.txt"));
+        QVERIFY(QFile::exists(r.ws() + "/lang/fr.txt"));
         QVERIFY(h.isIdle());
         QCOMPARE(h.controller.now, 1);
 
@@ -152,22 +141,14 @@ private slots:
         QFETCH(QStringList, messages);
         WorkspaceFixture fixture;
         QVERIFY(fixture.isValid());
-        switch (layout) {
-        case NoWorkspace:
-            break;
-        case ModulesMissing:
+        if (layout != NoWorkspace)
             fixture.checkoutMain();
-            break;
-        case ModuleMisnamed:
-            fixture.checkoutMain();
+        if (layout == ModuleMisnamed) {
             fixture.cloneModule(fixture.langURL(), "emu-lang");
             fixture.cloneModule(fixture.toolsURL(), "tools");
-            break;
-        case NoGitModulesMissing:
-            fixture.checkoutMain();
-            QVERIFY(QDir(fixture.workspace() + "/.git").removeRecursively());
-            break;
         }
+        if (layout == NoGitModulesMissing)
+            QVERIFY(QDir(fixture.workspace() + "/.git").removeRecursively());
         // New upstream commits must not arrive.
         fixture.pushCommit("main", "NEWS.txt", "release notes\n");
         ControllerHarness::configure(fixture.workspace(), fixture.output(), 1);
@@ -291,8 +272,9 @@ private slots:
         writeFile(r.build() + "/stale.txt", "old\n");
 
         r.c().perform();
-        QCOMPARE(r.console(), "\nChecking files...\n" + assetsMessage(r.ws()) + "\n.git not found in "
-                                  + r.ws() + ".Please re-download a complete copy of source codes.\n");
+        const QString redownload = "Please re-download a complete copy of source codes.\n";
+        QCOMPARE(r.console(), "\nChecking files...\n\n'asssets' not found in " + r.ws() + "/Android."
+                                  + redownload + "\n.git not found in " + r.ws() + "." + redownload);
         QVERIFY(r.c().unixTask.isNull());
         QVERIFY(r.h.isIdle());
         // The build folder is prepared before anything is checked.
