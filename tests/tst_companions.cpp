@@ -56,10 +56,7 @@ class TestCompanions : public QObject
         struct stat info = {};
         return ::lstat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_mode : 0;
     }
-    static QAction *statusAction(StatusbarCompanion &companion)
-    {
-        return companion.menu()->actions().constFirst();
-    }
+    static QAction *statusAction(StatusbarCompanion &companion) { return companion.menu()->actions().constFirst(); }
     static QStringList visibleMenuTexts(StatusbarCompanion &companion)
     {
         QStringList texts;
@@ -68,32 +65,33 @@ class TestCompanions : public QObject
                 texts << action->text();
         return texts;
     }
-    // Starts the built companion and waits for its end.
-    static void runToEnd(QProcess &process, const QStringList &arguments)
+    static void triggerOpen(StatusbarCompanion &companion)
+    {
+        for (QAction *action : companion.menu()->actions())
+            if (action->text() == "Open ZELMOR Helper")
+                action->trigger();
+    }
+    // Starts a built program and waits for it to end normally with 0.
+    static void runToEnd(QProcess &process, const QStringList &arguments, const QString &program = companionProgram())
     {
         QSignalSpy ended(&process, &QProcess::finished);
-        process.start(companionProgram(), arguments);
-        QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 10000);
+        process.start(program, arguments);
+        QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 60000);
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(process.exitCode(), 0);
+    }
+    // Starts the built application and waits until it holds its place.
+    static void startMain(QProcess &process)
+    {
+        process.start(mainProgram(), {});
+        QVERIFY(process.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(CompanionChannel::isRunning(mainIdentifier()), 20000);
     }
 
     // A program that prints text and exits with a code, as a tool would.
     static void fakeTool(const QString &path, const QByteArray &output, int exitCode = 0)
     {
         writeScript(path, "printf '%s\\n' '" + output + "'\nexit " + QByteArray::number(exitCode) + "\n");
-    }
-
-    // Every tool, each found by a different route: cc and c++ are absent so
-    // gcc and clang++ answer, sdl2-config is absent so pkg-config answers.
-    static void fakeAllTools(const QString &bin, const QString &cmake)
-    {
-        fakeTool(bin + "/git", "git version 2.39.2");
-        fakeTool(cmake, "cmake version 3.25.1\n\nCMake suite maintained by Kitware");
-        fakeTool(bin + "/make", "GNU Make 4.3\nBuilt for x86_64-pc-linux-gnu");
-        fakeTool(bin + "/gcc", "gcc (Debian 12.2.0-14) 12.2.0");
-        fakeTool(bin + "/clang++", "Debian clang version 14.0.6");
-        fakeTool(bin + "/pkg-config", "2.26.5");
     }
 
     static QString tableText(InstallerWindow &window, int row, int column)
@@ -105,6 +103,7 @@ class TestCompanions : public QObject
 private slots:
     void initTestCase() { QVERIFY(!CompanionChannel::isRunning(ZELMOR_STATUSBAR_BUNDLE_ID)); }
 
+    // The program's own name is never an option.
     void arguments_data()
     {
         columns<QStringList, bool, bool>({"arguments", "autoLaunched", "headless"});
@@ -113,9 +112,7 @@ private slots:
         QTest::newRow("other run mode") << QStringList{"prog", "-runMode", "manual"} << false << false;
         QTest::newRow("run mode without value") << QStringList{"prog", "-runMode"} << false << false;
         QTest::newRow("headless, platform noise")
-            << QStringList{"prog", "-psn_0_12345", "--no-tray", "-runMode", "autoLaunched"} << true
-            << true;
-        // The program's own name is never an option.
+            << QStringList{"prog", "-psn_0_12345", "--no-tray", "-runMode", "autoLaunched"} << true << true;
         QTest::newRow("name only") << QStringList{"--no-tray"} << false << false;
     }
     void arguments()
@@ -130,17 +127,12 @@ private slots:
     void openStartsTheEnclosingBundle()
     {
         QTemporaryDir dir;
-        const QString mainBundle = dir.path() + "/ZELMOR Helper.app";
-        const QString marker = dir.path() + "/opened";
+        const QString mainBundle = dir.path() + "/ZELMOR Helper.app", marker = dir.path() + "/opened";
         makeScriptBundle(mainBundle, "org.zelmor.test.main", "touch '" + QFile::encodeName(marker) + "'\n");
-        const QString found = mainBundleForCompanion(
-            mainBundle + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app");
+        const QString found = mainBundleForCompanion(mainBundle + "/Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app");
         QCOMPARE(found, mainBundle);
-
         StatusbarCompanion companion("org.zelmor.test.open", found, {false, true});
-        for (QAction *action : companion.menu()->actions())
-            if (action->text() == "Open ZELMOR Helper")
-                action->trigger();
+        triggerOpen(companion);
         QTRY_VERIFY(QFile::exists(marker));
     }
 
@@ -166,35 +158,33 @@ private slots:
     // away on "idle" or when ZELMOR Helper goes away.
     void statusFollowsTheChannel()
     {
-        const QString id = "org.zelmor.test.status";
+        const QString id = "org.zelmor.test.status", name = "ZELMOR Helper";
         StatusbarCompanion companion(id, "/nowhere/ZELMOR Helper.app", {false, true});
         QSignalSpy quits(&companion, &StatusbarCompanion::quitRequested);
         QVERIFY(companion.start());
         QCOMPARE(visibleMenuTexts(companion), (QStringList{"Open ZELMOR Helper", "Quit"}));
-        QCOMPARE(companion.toolTip(), "ZELMOR Helper");
+        QCOMPARE(companion.toolTip(), name);
         {
             CompanionStatusPublisher publisher(id);
             publisher.publish(CompanionChannel::statusMessage("Compiling ZELMOR", 42, 100, "make"));
-            QTRY_COMPARE(visibleMenuTexts(companion),
-                         (QStringList{"Compiling ZELMOR — 42%", "Open ZELMOR Helper", "Quit"}));
+            QTRY_COMPARE(visibleMenuTexts(companion), (QStringList{"Compiling ZELMOR — 42%", "Open ZELMOR Helper", "Quit"}));
             QVERIFY(!statusAction(companion)->isEnabled());
-            QCOMPARE(companion.toolTip(), "ZELMOR Helper\nCompiling ZELMOR — 42%\nmake");
+            QCOMPARE(companion.toolTip(), name + "\nCompiling ZELMOR — 42%\nmake");
             publisher.publish(CompanionChannel::idleMessage());
             QTRY_VERIFY(!statusAction(companion)->isVisible());
-            QCOMPARE(companion.toolTip(), "ZELMOR Helper");
+            QCOMPARE(companion.toolTip(), name);
             publisher.publish(CompanionChannel::statusMessage("Downloading source codes", 0, 0, {}));
-            QTRY_COMPARE(companion.toolTip(), "ZELMOR Helper\nDownloading source codes");
+            QTRY_COMPARE(companion.toolTip(), name + "\nDownloading source codes");
         }
         // The publisher is gone in the middle of an operation.
         QTRY_VERIFY(!statusAction(companion)->isVisible());
-        QCOMPARE(companion.toolTip(), "ZELMOR Helper");
+        QCOMPARE(companion.toolTip(), name);
         QCOMPARE(quits.count(), 0);
         // One instance per identifier, even within one process.
         StatusbarCompanion second(id, {}, {false, true});
         QVERIFY(!second.start());
         QVERIFY(CompanionChannel::requestQuit(id));
         QTRY_COMPARE(quits.count(), 1);
-
         // The menu's own "Quit" asks the same.
         companion.menu()->actions().constLast()->trigger();
         QCOMPARE(quits.count(), 2);
@@ -240,8 +230,7 @@ private slots:
     // removes its socket whether it quits or is terminated.
     void builtCompanionOwnsItsChannel()
     {
-        const QString id = ZELMOR_STATUSBAR_BUNDLE_ID;
-        const QString socket = CompanionChannel::serverName(id);
+        const QString id = ZELMOR_STATUSBAR_BUNDLE_ID, socket = CompanionChannel::serverName(id);
         QCOMPARE(QFileInfo(socket).absolutePath(), qEnvironmentVariable("XDG_RUNTIME_DIR"));
         for (bool byQuit : {true, false}) {
             QProcess first;
@@ -252,15 +241,12 @@ private slots:
             QVERIFY(S_ISSOCK(modeOf(socket)));
             QCOMPARE(modeOf(socket) & 077, mode_t(0));
             QCOMPARE(modeOf(QFileInfo(socket).absolutePath()) & 0777, mode_t(0700));
-
             if (byQuit) {
                 QProcess second;
                 runToEnd(second, {"--no-tray", "-runMode", "autoLaunched"});
                 QVERIFY(second.readAllStandardError().contains("already running"));
-                QCOMPARE(first.state(), QProcess::Running);
-                QVERIFY(CompanionChannel::isRunning(id));
-                SettingsStore::standard().setObject(SettingsKeys::QuitStatusbarApp,
-                                                    QStringLiteral("1"));
+                QVERIFY(first.state() == QProcess::Running && CompanionChannel::isRunning(id));
+                SettingsStore::standard().setObject(SettingsKeys::QuitStatusbarApp, QStringLiteral("1"));
                 QCOMPARE(quitStatusbarAppIfAsked(id), CompanionQuit::Asked);
             } else {
                 ::kill(static_cast<pid_t>(first.processId()), SIGTERM);
@@ -268,19 +254,17 @@ private slots:
             QTRY_COMPARE_WITH_TIMEOUT(firstEnded.count(), 1, 10000);
             QCOMPARE(first.exitStatus(), QProcess::NormalExit);
             QCOMPARE(first.exitCode(), 0);
-            QVERIFY(!QFileInfo::exists(socket));
-            QVERIFY(!CompanionChannel::isRunning(id));
+            QVERIFY(!QFileInfo::exists(socket) && !CompanionChannel::isRunning(id));
         }
     }
 
     // Where sockets go: the runtime folder when it is private, else a folder
     // of our own in the temporary folder; a fallback that is not ours alone
-    // is refused.
+    // is refused (and left as it was found).
     void privateFolder_data()
     {
-        QTest::addColumn<QString>("runtime");  // none, private, open, relative
-        QTest::addColumn<QString>("fallback"); // none, open, link, foreign
-        QTest::addColumn<QString>("expected"); // runtime, fallback, refused
+        // runtime: none, private, open, relative; fallback: none, private, open, link, foreign
+        columns<QString, QString, QString>({"runtime", "fallback", "expected"});
         QTest::newRow("private runtime folder") << "private" << "none" << "runtime";
         QTest::newRow("no runtime folder") << "none" << "none" << "fallback";
         QTest::newRow("runtime folder open to others") << "open" << "none" << "fallback";
@@ -297,10 +281,8 @@ private slots:
         QFETCH(QString, expected);
         if (fallback == "foreign" && ::geteuid() != 0)
             QSKIP("giving a folder to another user needs root");
-
         QTemporaryDir dir;
-        const QByteArray savedRuntime = qgetenv("XDG_RUNTIME_DIR");
-        const QByteArray savedTemp = qgetenv("TMPDIR");
+        const QByteArray savedRuntime = qgetenv("XDG_RUNTIME_DIR"), savedTemp = qgetenv("TMPDIR");
         qputenv("TMPDIR", QFile::encodeName(dir.path()));
         const QString runtimeDir = dir.path() + "/xdg";
         const QString fallbackDir = dir.path() + "/zelmor-runtime-" + QString::number(::getuid());
@@ -309,8 +291,7 @@ private slots:
         if (runtime == "none")
             qunsetenv("XDG_RUNTIME_DIR");
         else
-            qputenv("XDG_RUNTIME_DIR", runtime == "relative" ? QByteArray("xdg")
-                                                             : QFile::encodeName(runtimeDir));
+            qputenv("XDG_RUNTIME_DIR", runtime == "relative" ? QByteArray("xdg") : QFile::encodeName(runtimeDir));
         if (fallback == "link") {
             QFile::link(runtimeDir, fallbackDir);
         } else if (fallback != "none") {
@@ -319,22 +300,13 @@ private slots:
             if (fallback == "foreign")
                 QCOMPARE(::chown(QFile::encodeName(fallbackDir).constData(), 65534, 65534), 0);
         }
-
         const QString found = PrivateRuntime::directory();
         qputenv("XDG_RUNTIME_DIR", savedRuntime);
         qputenv("TMPDIR", savedTemp);
 
-        if (expected == "runtime")
-            QCOMPARE(found, runtimeDir);
-        else if (expected == "fallback")
-            QCOMPARE(found, fallbackDir);
-        else
-            QCOMPARE(found, QString());
-        if (!found.isEmpty()) {
-            QVERIFY(S_ISDIR(modeOf(found)));
-            QCOMPARE(modeOf(found) & 0777, mode_t(0700));
-        }
-        // A folder refused is left as it was found.
+        QCOMPARE(found, expected == "runtime" ? runtimeDir : expected == "fallback" ? fallbackDir : QString());
+        if (!found.isEmpty())
+            QCOMPARE(modeOf(found) & (S_IFMT | 0777), mode_t(S_IFDIR | 0700));
         if (fallback == "open")
             QCOMPARE(modeOf(fallbackDir) & 0777, mode_t(0777));
     }
@@ -349,8 +321,8 @@ private slots:
         QSignalSpy activations(first.get(), &SingleInstance::activationRequested);
         first->start();
         QTRY_COMPARE(firstPrimary.count(), 1);
-        QVERIFY(QFileInfo::exists(first->socketPath()));
-        QVERIFY(QFileInfo::exists(first->lockPath()));
+        const QString socket = first->socketPath(), lock = first->lockPath();
+        QVERIFY(QFileInfo::exists(socket) && QFileInfo::exists(lock));
 
         SingleInstance second(id);
         QSignalSpy secondPrimary(&second, &SingleInstance::becamePrimary);
@@ -360,11 +332,8 @@ private slots:
         QTRY_COMPARE(activations.count(), 1);
         QCOMPARE(secondPrimary.count(), 0);
 
-        const QString socket = first->socketPath();
-        const QString lock = first->lockPath();
         first.reset();
-        QVERIFY(!QFileInfo::exists(socket));
-        QVERIFY(!QFileInfo::exists(lock));
+        QVERIFY(!QFileInfo::exists(socket) && !QFileInfo::exists(lock));
         SingleInstance third(id);
         QSignalSpy thirdPrimary(&third, &SingleInstance::becamePrimary);
         third.start();
@@ -381,20 +350,11 @@ private slots:
         QSignalSpy activations(&running, &SingleInstance::activationRequested);
         running.start();
         QTRY_COMPARE(primary.count(), 1);
-
         QProcess second;
-        QSignalSpy ended(&second, &QProcess::finished);
-        second.start(mainProgram(), {});
-        QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 60000);
-        QCOMPARE(second.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(second.exitCode(), 0);
+        runToEnd(second, {}, mainProgram());
         QCOMPARE(activations.count(), 1);
-
         StatusbarCompanion companion("org.zelmor.test.channels", buildBundleDir(), {false, true});
-        for (QAction *action : companion.menu()->actions()) {
-            if (action->text() == "Open ZELMOR Helper")
-                action->trigger();
-        }
+        triggerOpen(companion);
         QTRY_COMPARE_WITH_TIMEOUT(activations.count(), 2, 20000);
     }
 
@@ -404,31 +364,21 @@ private slots:
     void applicationTakesOverStaleInstanceAndCleansUp()
     {
         SingleInstance probe(mainIdentifier());
-        const QString socket = probe.socketPath();
-        const QString lock = probe.lockPath();
-
-        QProcess killed;
-        killed.start(mainProgram(), {});
-        QVERIFY(killed.waitForStarted());
-        QTRY_VERIFY_WITH_TIMEOUT(CompanionChannel::isRunning(mainIdentifier()), 20000);
+        const QString socket = probe.socketPath(), lock = probe.lockPath();
+        QProcess killed, next;
+        startMain(killed);
         ::kill(static_cast<pid_t>(killed.processId()), SIGKILL);
         QVERIFY(killed.waitForFinished(10000));
-        QVERIFY(QFileInfo::exists(socket));
-        QVERIFY(QFileInfo::exists(lock));
+        QVERIFY(QFileInfo::exists(socket) && QFileInfo::exists(lock));
 
-        QProcess next;
         QSignalSpy ended(&next, &QProcess::finished);
-        next.start(mainProgram(), {});
-        QVERIFY(next.waitForStarted());
-        QTRY_VERIFY_WITH_TIMEOUT(CompanionChannel::isRunning(mainIdentifier()), 20000);
+        startMain(next);
         QCOMPARE(next.state(), QProcess::Running);
-
         ::kill(static_cast<pid_t>(next.processId()), SIGTERM);
         QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 60000);
         QCOMPARE(next.exitStatus(), QProcess::NormalExit);
         QCOMPARE(next.exitCode(), 0);
-        QVERIFY(!QFileInfo::exists(socket));
-        QVERIFY(!QFileInfo::exists(lock));
+        QVERIFY(!QFileInfo::exists(socket) && !QFileInfo::exists(lock));
     }
 
     void versions_data()
@@ -436,8 +386,7 @@ private slots:
         columns<QByteArray, QString>({"output", "version"});
         QTest::newRow("git") << QByteArray("git version 2.39.2\n") << "2.39.2";
         QTest::newRow("gcc") << QByteArray("gcc (Debian 12.2.0-14) 12.2.0\nCopyright") << "12.2.0";
-        QTest::newRow("apple clang")
-            << QByteArray("Apple clang version 15.0.0 (clang-1500.1.0.2.5)") << "15.0.0";
+        QTest::newRow("apple clang") << QByteArray("Apple clang version 15.0.0 (clang-1500.1.0.2.5)") << "15.0.0";
         QTest::newRow("bare") << QByteArray("2.26.5\n") << "2.26.5";
         QTest::newRow("no number") << QByteArray("\n  custom build  \nmore") << "custom build";
         QTest::newRow("empty") << QByteArray() << QString();
@@ -448,79 +397,63 @@ private slots:
         QTEST(ComponentChecks::parseVersion(output), "version");
     }
 
-    void nothingFound()
-    {
-        QTemporaryDir dir;
-        // A cmake on the search path does not count: only the fixed path does.
-        fakeTool(dir.path() + "/cmake", "cmake version 3.25.1");
-        const auto results =
-            ComponentChecks::checkAll(Platform::Debian, dir.path(), dir.path() + "/fixed/cmake");
-        QCOMPARE(ComponentChecks::missingComponents(results),
-                 (ComponentList{Component::Git, Component::CMake, Component::Make,
-                                Component::CCompiler, Component::CxxCompiler, Component::Sdl2}));
-        // An empty search path is not this process's PATH.
-        QVERIFY(!ComponentChecks::check(Component::Git, QString(), {}).found);
-    }
-
     // A program that is there but does not work is missing: a compiler shim
     // that fails, pkg-config without SDL 2, a file that cannot be run.
-    void brokenToolsAreMissing()
+    void missingAndBrokenTools()
     {
         QTemporaryDir dir;
-        fakeTool(dir.path() + "/cc", "xcode-select: note: no developer tools were found", 1);
-        fakeTool(dir.path() + "/pkg-config", "Package sdl2 was not found", 1);
-        writeFile(dir.path() + "/git", "#!/bin/sh\necho git version 2.0\n");
-        writeFile(dir.path() + "/fixed/cmake", "#!/bin/sh\necho cmake version 3.0\n");
         const QString path = dir.path();
+        // A cmake on the search path does not count: only the fixed path does.
+        fakeTool(path + "/cmake", "cmake version 3.25.1");
+        QCOMPARE(ComponentChecks::missingComponents(ComponentChecks::checkAll(Platform::Debian, path, path + "/fixed/cmake")),
+                 (ComponentList{Component::Git, Component::CMake, Component::Make, Component::CCompiler,
+                                Component::CxxCompiler, Component::Sdl2}));
+        // An empty search path is not this process's PATH.
+        QVERIFY(!ComponentChecks::check(Component::Git, QString(), {}).found);
+
+        fakeTool(path + "/cc", "xcode-select: note: no developer tools were found", 1);
+        fakeTool(path + "/pkg-config", "Package sdl2 was not found", 1);
+        writeFile(path + "/git", "#!/bin/sh\necho git version 2.0\n");
+        writeFile(path + "/fixed/cmake", "#!/bin/sh\necho cmake version 3.0\n");
         QVERIFY(!ComponentChecks::check(Component::CCompiler, path, {}).found);
         QVERIFY(!ComponentChecks::check(Component::Sdl2, path, {}).found);
         QVERIFY(!ComponentChecks::check(Component::Git, path, {}).found);
         QVERIFY(!ComponentChecks::check(Component::CMake, path, path + "/fixed/cmake").found);
         // A working candidate later in the list still answers.
-        fakeTool(dir.path() + "/clang", "clang version 16.0.0");
+        fakeTool(path + "/clang", "clang version 16.0.0");
         const auto compiler = ComponentChecks::check(Component::CCompiler, path, {});
         QVERIFY(compiler.found);
-        QCOMPARE(compiler.program, dir.path() + "/clang");
+        QCOMPARE(compiler.program, path + "/clang");
+
+        QCOMPARE(ComponentChecks::searchPathFor(Platform::MacOS, "/usr/bin:/bin:/usr/local/bin"),
+                 QString("/usr/bin:/bin:/usr/local/bin:/opt/homebrew/bin"));
+        QCOMPARE(ComponentChecks::searchPathFor(Platform::Debian, "/usr/bin:/bin"), QString("/usr/bin:/bin"));
     }
 
     void commands_data()
     {
-        columns<Platform, ComponentList, QString, QStringList>(
-            {"platform", "missing", "cmakeProgram", "commands"});
-        const ComponentList all{Component::Git,       Component::CMake,       Component::Make,
-                                Component::CCompiler, Component::CxxCompiler, Component::Sdl2};
-        QTest::newRow("debian, nothing missing")
-            << Platform::Debian << ComponentList{} << "/usr/local/bin/cmake" << QStringList{};
-        QTest::newRow("debian, everything, packaged cmake path")
-            << Platform::Debian << all << "/usr/bin/cmake"
+        columns<Platform, ComponentList, QString, QStringList>({"platform", "missing", "cmakeProgram", "commands"});
+        using C = Component;
+        const ComponentList all{C::Git, C::CMake, C::Make, C::CCompiler, C::CxxCompiler, C::Sdl2};
+        const QString local = "/usr/local/bin/cmake";
+        QTest::newRow("debian, nothing missing") << Platform::Debian << ComponentList{} << local << QStringList{};
+        QTest::newRow("debian, everything, packaged cmake path") << Platform::Debian << all << "/usr/bin/cmake"
             << QStringList{"sudo apt-get install git cmake make gcc g++ libsdl2-dev"};
-        QTest::newRow("debian, listed in component order")
-            << Platform::Debian << ComponentList{Component::Sdl2, Component::CxxCompiler}
+        QTest::newRow("debian, listed in component order") << Platform::Debian << ComponentList{C::Sdl2, C::CxxCompiler}
             << "/usr/bin/cmake" << QStringList{"sudo apt-get install g++ libsdl2-dev"};
-        QTest::newRow("debian, cmake expected in /usr/local/bin")
-            << Platform::Debian << ComponentList{Component::CMake} << "/usr/local/bin/cmake"
-            << QStringList{"sudo apt-get install cmake",
-                           "sudo ln -sf /usr/bin/cmake /usr/local/bin/cmake"};
-        QTest::newRow("debian, cmake expected in a folder with a blank")
-            << Platform::Debian << ComponentList{Component::CMake} << "/opt/my tools/cmake"
-            << QStringList{"sudo apt-get install cmake",
-                           "sudo mkdir -p '/opt/my tools' && sudo ln -sf /usr/bin/cmake "
-                           "'/opt/my tools/cmake'"};
-        QTest::newRow("macos, compiler only")
-            << Platform::MacOS << ComponentList{Component::CCompiler} << "/usr/local/bin/cmake"
-            << QStringList{"xcode-select --install"};
-        QTest::newRow("macos, sdl only") << Platform::MacOS << ComponentList{Component::Sdl2}
-                                         << "/usr/local/bin/cmake"
+        QTest::newRow("debian, cmake expected in /usr/local/bin") << Platform::Debian << ComponentList{C::CMake} << local
+            << QStringList{"sudo apt-get install cmake", "sudo ln -sf /usr/bin/cmake /usr/local/bin/cmake"};
+        QTest::newRow("debian, cmake expected in a folder with a blank") << Platform::Debian << ComponentList{C::CMake}
+            << "/opt/my tools/cmake" << QStringList{"sudo apt-get install cmake",
+                   "sudo mkdir -p '/opt/my tools' && sudo ln -sf /usr/bin/cmake '/opt/my tools/cmake'"};
+        QTest::newRow("macos, compiler only") << Platform::MacOS << ComponentList{C::CCompiler} << local
+                                              << QStringList{"xcode-select --install"};
+        QTest::newRow("macos, sdl only") << Platform::MacOS << ComponentList{C::Sdl2} << local
                                          << QStringList{"brew install sdl2"};
-        QTest::newRow("macos, everything")
-            << Platform::MacOS << (ComponentList{Component::Homebrew} + all)
-            << "/usr/local/bin/cmake"
-            << QStringList{
-                   "xcode-select --install",
-                   "/bin/bash -c \"$(curl -fsSL "
-                   "https://raw.githubusercontent.com/Homebrew/install/HEAD/install.sh)\"",
-                   "eval \"$(/opt/homebrew/bin/brew shellenv 2>/dev/null || /usr/local/bin/brew "
-                   "shellenv)\"",
+        QTest::newRow("macos, everything") << Platform::MacOS << (ComponentList{C::Homebrew} + all) << local
+            << QStringList{"xcode-select --install",
+                   "/bin/bash -c \"$(curl -fsSL https://raw.githubusercontent.com/Homebrew/install/HEAD/install.sh)\"",
+                   "eval \"$(/opt/homebrew/bin/brew shellenv 2>/dev/null || /usr/local/bin/brew shellenv)\"",
                    "brew install cmake sdl2",
                    "test -e /usr/local/bin/cmake || { sudo mkdir -p /usr/local/bin && sudo ln -s "
                    "\"$(brew --prefix)/bin/cmake\" /usr/local/bin/cmake; }"};
@@ -533,54 +466,44 @@ private slots:
         QTEST(InstallCommands::commandsFor(platform, missing, cmakeProgram), "commands");
     }
 
-    void macSearchPathReachesHomebrew()
-    {
-        QCOMPARE(ComponentChecks::searchPathFor(Platform::MacOS, "/usr/bin:/bin:/usr/local/bin"),
-                 QString("/usr/bin:/bin:/usr/local/bin:/opt/homebrew/bin"));
-        QCOMPARE(ComponentChecks::searchPathFor(Platform::Debian, "/usr/bin:/bin"),
-                 QString("/usr/bin:/bin"));
-    }
-
     // The window: what it lists, the command it offers and copies, and a
-    // second check after the user installed the rest.
+    // second check after the user installed the rest, each tool found by a
+    // different route (cc and c++ are absent so gcc and clang++ answer,
+    // sdl2-config is absent so pkg-config answers).
     void windowShowsWhatIsMissing()
     {
         QTemporaryDir dir;
-        const QString cmake = dir.path() + "/fixed/cmake";
-        fakeTool(dir.path() + "/git", "git version 2.39.2");
-        fakeTool(dir.path() + "/sdl2-config", "2.26.5");
-
-        InstallerWindow window(Platform::Debian, dir.path(), cmake);
+        const QString bin = dir.path(), cmake = bin + "/fixed/cmake";
+        fakeTool(bin + "/git", "git version 2.39.2");
+        fakeTool(bin + "/sdl2-config", "2.26.5");
+        InstallerWindow window(Platform::Debian, bin, cmake);
         QSignalSpy finished(&window, &InstallerWindow::checksFinished);
         QVERIFY(window.isChecking());
         QVERIFY(finished.wait(30000));
-        QCOMPARE(tableText(window, 0, 0), QString("Git"));
-        QCOMPARE(tableText(window, 0, 1), QString("Found, version 2.39.2"));
-        QCOMPARE(tableText(window, 0, 2), dir.path() + "/git");
-        QCOMPARE(tableText(window, 1, 1), QString("Missing"));
-        QCOMPARE(tableText(window, 1, 2), "not at " + cmake);
+        QCOMPARE(tableText(window, 0, 0) + "|" + tableText(window, 0, 1) + "|" + tableText(window, 0, 2),
+                 "Git|Found, version 2.39.2|" + bin + "/git");
+        QCOMPARE(tableText(window, 1, 1) + "|" + tableText(window, 1, 2), "Missing|not at " + cmake);
         QCOMPARE(tableText(window, 5, 1), QString("Found, version 2.26.5"));
-        const QString command = "sudo apt-get install cmake make gcc g++\n"
-                                "sudo mkdir -p "
-                                + dir.path() + "/fixed && sudo ln -sf /usr/bin/cmake " + cmake;
+        const QString command = "sudo apt-get install cmake make gcc g++\nsudo mkdir -p " + bin
+                                + "/fixed && sudo ln -sf /usr/bin/cmake " + cmake;
         QCOMPARE(window.installCommand(), command);
         window.copyCommand();
         QCOMPARE(QGuiApplication::clipboard()->text(), command);
 
-        // Every tool now, each found by its own route, with its version.
-        const QString bin = dir.path();
         QFile::remove(bin + "/sdl2-config");
-        fakeAllTools(bin, cmake);
+        fakeTool(cmake, "cmake version 3.25.1\n\nCMake suite maintained by Kitware");
+        fakeTool(bin + "/make", "GNU Make 4.3\nBuilt for x86_64-pc-linux-gnu");
+        fakeTool(bin + "/gcc", "gcc (Debian 12.2.0-14) 12.2.0");
+        fakeTool(bin + "/clang++", "Debian clang version 14.0.6");
+        fakeTool(bin + "/pkg-config", "2.26.5");
         window.checkAgain();
         QVERIFY(finished.wait(30000));
         QCOMPARE(window.installCommand(), QString());
-        QCOMPARE(ComponentChecks::missingComponents(window.results()), ComponentList{});
         QStringList found;
         for (const auto &result : window.results())
             found << result.program << result.version;
-        QCOMPARE(found, (QStringList{bin + "/git", "2.39.2", cmake, "3.25.1", bin + "/make", "4.3",
-                                     bin + "/gcc", "12.2.0", bin + "/clang++", "14.0.6",
-                                     bin + "/pkg-config", "2.26.5"}));
+        QCOMPARE(found, (QStringList{bin + "/git", "2.39.2", cmake, "3.25.1", bin + "/make", "4.3", bin + "/gcc",
+                                     "12.2.0", bin + "/clang++", "14.0.6", bin + "/pkg-config", "2.26.5"}));
     }
 };
 

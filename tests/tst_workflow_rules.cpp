@@ -12,6 +12,7 @@
 
 using namespace OutputParsing;
 using Numbers = QList<qint32>;
+using Verdict = ModuleEntryVerdict;
 Q_DECLARE_METATYPE(ModuleEntryVerdict)
 
 using TestSupport::columns;
@@ -27,10 +28,8 @@ private slots:
         columns<QString, Numbers>({"text", "numbers"});
         QTest::newRow("empty") << "" << Numbers{};
         QTest::newRow("no digits") << "Cloning into 'emu'...\n" << Numbers{};
-        QTest::newRow("decimals split") << "1.23 MiB | 456.00 KiB/s" << Numbers{1, 23, 456, 0};
-        QTest::newRow("receiving")
-            << "Receiving objects:  45% (1234/2742), 1.23 MiB | 456.00 KiB/s"
-            << Numbers{45, 1234, 2742, 1, 23, 456, 0};
+        QTest::newRow("receiving") << "Receiving objects:  45% (1234/2742), 1.23 MiB | 456.00 KiB/s"
+                                   << Numbers{45, 1234, 2742, 1, 23, 456, 0};
         QTest::newRow("leading zeros") << "x007y" << Numbers{7};
         QTest::newRow("digits at both ends") << "12ab34" << Numbers{12, 34};
         QTest::newRow("sign is not part") << "-5" << Numbers{5};
@@ -50,12 +49,10 @@ private slots:
         QTest::newRow("[100%]") << "[100%] Linking C executable ZELMORSDL\n" << 100;
         QTest::newRow("[ 45%]") << "[ 45%] Building C object main.c.o\n" << 45;
         QTest::newRow("[  5%]") << "[  5%] Building C object a.c.o\n" << 5;
-        QTest::newRow("[ 12%] building line") << "[ 12%] Building CXX object ..." << 12;
         QTest::newRow("[  0%] reads as none") << "[  0%] Built target x\n" << -1;
         QTest::newRow("no prefix") << "Scanning dependencies of target ZELMORSDL\n" << -1;
         QTest::newRow("too few pieces") << "[9%]" << -1;
-        QTest::newRow("prefix on second line only")
-            << "Scanning dependencies of target x\n[ 50%] Building\n" << -1;
+        QTest::newRow("prefix on second line only") << "Scanning dependencies of target x\n[ 50%] Building\n" << -1;
         QTest::newRow("make[2] prefix reads its digit") << "make[2]: Leaving directory '/b'\n" << 2;
         QTest::newRow("empty") << "" << -1;
     }
@@ -65,60 +62,41 @@ private slots:
         QTEST(makeProgressValue(text).value_or(-1), "value");
     }
 
+    // expected: "percentage value/maximum label", or why there is no progress.
     void cloneDecision_data()
     {
-        columns<QString, int, int, int, int, QString>(
-            {"text", "outcome", "percentage", "value", "maximum", "label"});
-        const QString idle = IdleSpeedLabel.toString();
-        const QString receiving =
-            "Receiving objects:  45% (1234/2742), 1.23 MiB | 456.00 KiB/s   \r";
-        QTest::newRow("k=7 receiving line")
-            << receiving << int(CloneProgress::Progress) << 45 << 1234 << 2742 << "456.00 KiB/s";
-        QTest::newRow("k=3 resolving deltas")
-            << "Resolving deltas:  45% (1234/2742)   \r" << int(CloneProgress::Progress) << 45
-            << 1234 << 2742 << idle;
-        QTest::newRow("k=14 two updates in one chunk")
-            << receiving + "Receiving objects:  46% (1262/2742), 1.30 MiB | 512.00 KiB/s   \r"
-            << int(CloneProgress::Progress) << 45 << 1234 << 2742 << "512.00 KiB/s";
-        QTest::newRow("k=6 same maximum")
-            << "Counting objects: 50% (1/2) Counting objects: 100% (2/2)\r"
-            << int(CloneProgress::Progress) << 50 << 1 << 2 << idle;
-        QTest::newRow("k=6 other maximum")
-            << "Counting objects: 50% (1/2) Compressing objects: 10% (1/10)\r"
-            << int(CloneProgress::Progress) << 50 << 1 << 2 << "(1/2) Compressing";
-        QTest::newRow("k=21 taken as a multiple of 3")
-            << receiving + receiving + receiving << int(CloneProgress::Progress) << 45 << 1234
-            << 2742 << "456.00 KiB/s";
-        QTest::newRow("k=4 resets") << "remote: Total 3 (delta 0), reused 0 (delta 0)\n"
-                                    << int(CloneProgress::Progress) << 0 << 0 << 0 << idle;
-        QTest::newRow("short cloning chunk") << "Cloning into 'x'...\n"
-                                             << int(CloneProgress::TooFewPieces) << 0 << 0 << 0
-                                             << QString();
-        QTest::newRow("four pieces") << "a b c d" << int(CloneProgress::TooFewPieces) << 0 << 0
-                                     << 0 << QString();
-        QTest::newRow("no digits") << "warning: remote HEAD refers to nonexistent ref\n"
-                                   << int(CloneProgress::NoNumbers) << 0 << 0 << 0 << QString();
+        columns<QString, QString>({"text", "expected"});
+        const QString r45 = "Receiving objects:  45% (1234/2742), 1.23 MiB | 456.00 KiB/s   \r";
+        const QString r46 = "Receiving objects:  46% (1262/2742), 1.30 MiB | 512.00 KiB/s   \r";
+        QTest::newRow("k=7 receiving line") << r45 << "45 1234/2742 456.00 KiB/s";
+        QTest::newRow("k=3 resolving deltas") << "Resolving deltas:  45% (1234/2742)   \r" << "45 1234/2742 ZELMOR";
+        QTest::newRow("k=14 two updates in one chunk") << r45 + r46 << "45 1234/2742 512.00 KiB/s";
+        QTest::newRow("k=6 same maximum") << "Counting objects: 50% (1/2) Counting objects: 100% (2/2)\r"
+                                          << "50 1/2 ZELMOR";
+        QTest::newRow("k=6 other maximum") << "Counting objects: 50% (1/2) Compressing objects: 10% (1/10)\r"
+                                           << "50 1/2 (1/2) Compressing";
+        QTest::newRow("k=21 taken as a multiple of 3") << r45 + r45 + r45 << "45 1234/2742 456.00 KiB/s";
+        QTest::newRow("k=4 resets") << "remote: Total 3 (delta 0), reused 0 (delta 0)\n" << "0 0/0 ZELMOR";
+        QTest::newRow("short cloning chunk") << "Cloning into 'x'...\n" << "too few pieces";
+        QTest::newRow("four pieces") << "a b c d" << "too few pieces";
+        QTest::newRow("no digits") << "warning: remote HEAD refers to nonexistent ref\n" << "no numbers";
     }
     void cloneDecision()
     {
         QFETCH(QString, text);
-        const CloneProgress progress = cloneProgress(text);
-        QTEST(int(progress.outcome), "outcome");
-        if (progress.outcome != CloneProgress::Progress)
-            return;
-        QTEST(progress.percentage, "percentage");
-        QTEST(progress.value, "value");
-        QTEST(progress.maximum, "maximum");
-        QTEST(progress.label, "label");
+        const CloneProgress p = cloneProgress(text);
+        QTEST(p.outcome == CloneProgress::TooFewPieces ? QString("too few pieces")
+              : p.outcome == CloneProgress::NoNumbers
+                  ? QString("no numbers")
+                  : QString("%1 %2/%3 %4").arg(p.percentage).arg(p.value).arg(p.maximum).arg(p.label),
+              "expected");
     }
 
     void formatting_data()
     {
         columns<QString, QStringList, QString>({"format", "arguments", "expected"});
-        QTest::newRow("failure line")
-            << "%@\n%@: %@%@%@"
-            << QStringList{"Failure.", "Error", "/w", " or .git in it not found!", "Hint."}
-            << "Failure.\nError: /w or .git in it not found!Hint.";
+        QTest::newRow("failure line") << "%@\n%@: %@%@%@" << QStringList{"F.", "Error", "/w", " or .git!", "Hint."}
+                                      << "F.\nError: /w or .git!Hint.";
         QTest::newRow("count down") << "Count down %d secs" << QStringList{"7"} << "Count down 7 secs";
         QTest::newRow("argument not rescanned") << "%@ %@" << QStringList{"%@", "%1"} << "%@ %1";
         QTest::newRow("percent sign") << "100%% %@" << QStringList{"done"} << "100% done";
@@ -135,24 +113,20 @@ private slots:
     void urlList_data()
     {
         columns<QString, QStringList>({"gitmodules", "urls"});
-        const QString lang = QStringLiteral("https://github.com/zelmor-emu/emu-lang.git");
-        const QString tools = QStringLiteral("https://github.com/zelmor-emu/tools.git");
-        const QString one = gitmodulesEntry("lang", lang);
-        const QString two = one + gitmodulesEntry("tools", tools);
+        const QString lang = "https://github.com/zelmor-emu/emu-lang.git", tools = "https://h/tools.git";
+        const QString one = gitmodulesEntry("lang", lang), two = one + gitmodulesEntry("tools", tools);
         QTest::newRow("empty") << "" << QStringList{};
         QTest::newRow("one entry, final line feed") << one << QStringList{lang};
         QTest::newRow("one entry, no final line feed") << one.chopped(1) << QStringList{};
         QTest::newRow("two entries") << two << QStringList{lang, tools};
-        QTest::newRow("two entries, last URL lost without line feed")
-            << two.chopped(1) << QStringList{lang};
+        QTest::newRow("two entries, last URL lost without line feed") << two.chopped(1) << QStringList{lang};
         QTest::newRow("carriage returns stay in the URL")
             << QString(two).replace("\n", "\r\n") << QStringList{lang + "\r", tools + "\r"};
         QTest::newRow("third key line shifts the stride")
-            << QString(one).insert(one.indexOf("\turl"), "\tbranch = main\n") +
-                   gitmodulesEntry("tools", tools)
+            << QString(one).insert(one.indexOf("\turl"), "\tbranch = main\n") + gitmodulesEntry("tools", tools)
             << QStringList{"main", "tools"};
-        QTest::newRow("blank line between entries")
-            << one + "\n" + gitmodulesEntry("tools", tools) << QStringList{lang, "="};
+        QTest::newRow("blank line between entries") << one + "\n" + gitmodulesEntry("tools", tools)
+                                                    << QStringList{lang, "="};
         QTest::newRow("tabs do not split") << "a\tb c d e f g h i\n" << QStringList{"i"};
     }
     void urlList()
@@ -182,34 +156,16 @@ private slots:
         QCOMPARE(ok, named);
     }
 
-    void dateSuffixPattern()
+    void dateSuffixAndConfigText()
     {
         const QDateTime when(QDate(2014, 3, 2), QTime(14, 5, 9));
         QCOMPARE(dateSuffix(when), QStringLiteral("2014-03-02 14.05.09"));
         // A time given in another zone is shown in local time.
         QCOMPARE(dateSuffix(when.toTimeZone(QTimeZone(3600 * 5))), dateSuffix(when));
-    }
 
-    void registeredConfig_data()
-    {
-        columns<QString, QString, bool, bool, QString>(
-            {"config", "gitmodules", "configRead", "gitmodulesRead", "expected"});
-        QTest::newRow("both") << "[core]\n" << "[submodule \"a\"]\n" << true << true
-                              << "[core]\n\n[submodule \"a\"]\n";
-        QTest::newRow("no .gitmodules") << "[core]\n" << "" << true << false << "[core]\n\n(null)";
-        QTest::newRow("no config") << "" << "[s]\n" << false << true << "(null)\n[s]\n";
-    }
-    void registeredConfig()
-    {
-        QFETCH(QString, config);
-        QFETCH(QString, gitmodules);
-        QFETCH(bool, configRead);
-        QFETCH(bool, gitmodulesRead);
-        const auto maybe = [](bool read, const QString &text) {
-            return read ? std::optional<QString>(text) : std::nullopt;
-        };
-        QTEST(registeredConfigText(maybe(configRead, config), maybe(gitmodulesRead, gitmodules)),
-              "expected");
+        QCOMPARE(registeredConfigText("[core]\n", "[submodule \"a\"]\n"), "[core]\n\n[submodule \"a\"]\n");
+        QCOMPARE(registeredConfigText("[core]\n", std::nullopt), "[core]\n\n(null)");
+        QCOMPARE(registeredConfigText(std::nullopt, "[s]\n"), "(null)\n[s]\n");
     }
 
     void fileOperations()
@@ -220,11 +176,8 @@ private slots:
         TestSupport::writeFile(root + "/target/keep.txt", "keep\n");
         QVERIFY(QFile::link(root + "/target", root + "/link"));
         QFile::link(root + "/missing", root + "/dangling");
-
-        QVERIFY(pathExists(root + "/ws/.git"));
-        QVERIFY(pathExists(root + "/ws/.git/HEAD"));
-        QVERIFY(!pathExists(root + "/ws/nothing"));
-        QVERIFY(!pathExists(QString()));
+        QVERIFY(pathExists(root + "/ws/.git") && pathExists(root + "/ws/.git/HEAD"));
+        QVERIFY(!pathExists(root + "/ws/nothing") && !pathExists(QString()));
 
         // Moving refuses to replace, so keeping twice in one second fails.
         QVERIFY(moveItem(root + "/ws", root + "/ws.kept"));
@@ -237,24 +190,18 @@ private slots:
         QVERIFY(removeItem(root + "/link"));
         QVERIFY(pathExists(root + "/target/keep.txt"));
         QVERIFY(removeItem(root + "/ws.kept"));
-        QVERIFY(!pathExists(root + "/ws.kept"));
-        QVERIFY(!removeItem(root + "/ws.kept"));
+        QVERIFY(!pathExists(root + "/ws.kept") && !removeItem(root + "/ws.kept"));
 
         TestSupport::writeFile(root + "/good", "caf\xc3\xa9");
         TestSupport::writeFile(root + "/bad", "caf\xe9");
         QCOMPARE(readUtf8File(root + "/good").value_or("?"), QString::fromUtf8("caf\xc3\xa9"));
-        QVERIFY(!readUtf8File(root + "/bad"));
-        QVERIFY(!readUtf8File(root + "/none"));
+        QVERIFY(!readUtf8File(root + "/bad") && !readUtf8File(root + "/none"));
     }
 
     void verdict_data()
     {
-        QTest::addColumn<QString>("url");
-        QTest::addColumn<ModuleEntryVerdict>("verdict");
-        const auto ok = ModuleEntryVerdict::Accepted;
-        const auto unsafe = ModuleEntryVerdict::Unsafe;
-        const auto noName = ModuleEntryVerdict::NoName;
-
+        columns<QString, Verdict>({"url", "verdict"});
+        const auto ok = Verdict::Accepted, unsafe = Verdict::Unsafe, noName = Verdict::NoName;
         // The forms a real .gitmodules holds.
         QTest::newRow("https") << "https://github.com/zelmor-emu/emu-lang.git" << ok;
         QTest::newRow("http with port") << "http://git.example.org:8080/emu/tools.git" << ok;
@@ -267,15 +214,12 @@ private slots:
         QTest::newRow("plain path") << "/srv/git/tools.git" << ok;
         QTest::newRow("relative path") << "../emu-lang.git" << ok;
         QTest::newRow("user's folder") << "https://example.org/~user/emu-tools.git" << ok;
-        QTest::newRow("escapes, plus, comma, equals")
-            << "https://example.org/a%20b/x+y,z/q=1/tools.git" << ok;
+        QTest::newRow("escapes, plus, comma, equals") << "https://example.org/a%20b/x+y,z/q=1/tools.git" << ok;
         QTest::newRow("trailing slash gives git") << "https://example.org/tools.git/" << ok;
-
         // Names that are no folder of their own.
         QTest::newRow("no separator") << "nameless" << noName;
         QTest::newRow("empty name: the workspace") << "https://host/owner/.git" << noName;
         QTest::newRow("empty url") << "" << noName;
-
         // What the shell or git would take for more than a word.
         QTest::newRow("semicolon") << "https://h/x.git;touch${IFS}m" << unsafe;
         QTest::newRow("command substitution") << "https://h/$(touch m).git" << unsafe;
@@ -312,32 +256,29 @@ private slots:
     void verdict()
     {
         QFETCH(QString, url);
-        QFETCH(ModuleEntryVerdict, verdict);
+        QFETCH(Verdict, verdict);
         const QString name = moduleNameFromURL(url);
         QCOMPARE(checkModuleEntry(url, name), verdict);
-        if (verdict != ModuleEntryVerdict::Accepted)
+        if (verdict != Verdict::Accepted)
             return;
         // Accepted means bash hands both to git as two words, exactly.
-        const QByteArray words = TestSupport::run(
-            QStringLiteral("/bin/bash"),
-            {QStringLiteral("-c"), QStringLiteral("printf '%s\\n' ") + url + u' ' + name});
+        const QByteArray words = TestSupport::run("/bin/bash", {"-c", "printf '%s\\n' " + url + u' ' + name});
         QCOMPARE(QString::fromUtf8(words), url + u'\n' + name + u'\n');
     }
 
     // Names the rule cannot derive, but the guard holds for any pair.
     void names_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<ModuleEntryVerdict>("verdict");
-        QTest::newRow("plain") << "lang" << ModuleEntryVerdict::Accepted;
-        QTest::newRow("dot") << "." << ModuleEntryVerdict::NoName;
-        QTest::newRow("dot dot") << ".." << ModuleEntryVerdict::NoName;
-        QTest::newRow("empty") << "" << ModuleEntryVerdict::NoName;
-        QTest::newRow("path") << "../../x" << ModuleEntryVerdict::Unsafe;
-        QTest::newRow("sub folder") << "a/b" << ModuleEntryVerdict::Unsafe;
-        QTest::newRow("option") << "-b" << ModuleEntryVerdict::Unsafe;
-        QTest::newRow("home") << "~" << ModuleEntryVerdict::Unsafe;
-        QTest::newRow("blank") << "a b" << ModuleEntryVerdict::Unsafe;
+        columns<QString, Verdict>({"name", "verdict"});
+        QTest::newRow("plain") << "lang" << Verdict::Accepted;
+        QTest::newRow("dot") << "." << Verdict::NoName;
+        QTest::newRow("dot dot") << ".." << Verdict::NoName;
+        QTest::newRow("empty") << "" << Verdict::NoName;
+        QTest::newRow("path") << "../../x" << Verdict::Unsafe;
+        QTest::newRow("sub folder") << "a/b" << Verdict::Unsafe;
+        QTest::newRow("option") << "-b" << Verdict::Unsafe;
+        QTest::newRow("home") << "~" << Verdict::Unsafe;
+        QTest::newRow("blank") << "a b" << Verdict::Unsafe;
     }
     void names()
     {
@@ -349,17 +290,15 @@ private slots:
     // git itself writes into .gitmodules.
     void registry_data()
     {
-        QTest::addColumn<QString>("gitmodules");
-        QTest::addColumn<int>("foreignLine");
+        columns<QString, int>({"gitmodules", "foreignLine"});
         const QString lang = "[submodule \"lang\"]\n\tpath = lang\n\turl = https://h/emu-lang.git\n";
         QTest::newRow("git's own layout") << lang << 0;
         QTest::newRow("empty") << "" << 0;
         QTest::newRow("CR LF, comments, blank lines")
             << "# modules\r\n[submodule \"a\"]\r\n\r\n  path = a ; here\r\n\turl=x\r\n" << 0;
-        QTest::newRow("every submodule key")
-            << lang + "\tbranch = main\n\tshallow = true\n\tignore = dirty\n"
-                      "\tfetchRecurseSubmodules = on-demand\n\tupdate = rebase\n\tUpdate = \"none\"\n"
-            << 0;
+        QTest::newRow("every submodule key") << lang + "\tbranch = main\n\tshallow = true\n\tignore = dirty\n"
+                                                       "\tfetchRecurseSubmodules = on-demand\n\tupdate = rebase\n"
+                                                       "\tUpdate = \"none\"\n" << 0;
         // A stranger's URL values are the URL guard's business, not this one's.
         QTest::newRow("shell text in a value") << lang + "\turl = x;touch${IFS}m\n" << 0;
         QTest::newRow("update runs a command") << lang + "\tupdate = !touch m\n" << 4;
