@@ -88,8 +88,15 @@ coverage)
         --print-summary --txt build-cov/coverage.txt
     exit "$status"
     ;;
+coverage-by-test)
+    # Which application lines each test function reaches, and which only it
+    # does: what to look at before merging or dropping a test.
+    install_missing
+    build build-cov -DCMAKE_CXX_FLAGS=--coverage -DCMAKE_BUILD_TYPE=Debug
+    python3 tools/coverage_by_test.py build-cov
+    ;;
 *)
-    echo "usage: tools/dev.sh run|test|package|coverage" >&2
+    echo "usage: tools/dev.sh run|test|package|coverage|coverage-by-test" >&2
     exit 2
     ;;
 esac
