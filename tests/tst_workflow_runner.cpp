@@ -9,22 +9,13 @@
 
 #include <cerrno>
 #include <csignal>
+#include <optional>
 
 namespace {
 
 const QString Receiving = QStringLiteral(
     "printf 'Receiving objects:  45%% (1234/2742), 1.23 MiB | 456.00 KiB/s   \\r' >&2; ");
 const QString Terminated = QStringLiteral("\nTask terminated by user.\n");
-
-struct Harness : ControllerHarness
-{
-    QTemporaryDir dir;
-
-    void runAsOperation(int tag, const QString &command)
-    {
-        ControllerHarness::runAsOperation(tag, command, dir.path());
-    }
-};
 
 // Orphans are reaped by the system's init, which may take a moment.
 bool groupGone(qint64 pgid)
@@ -68,7 +59,8 @@ private slots:
     void cloneProgressFromStandardError()
     {
         QFETCH(QString, firstChunk);
-        Harness h;
+        QTemporaryDir dir;
+        ControllerHarness h;
         h.controller.logSwitch = 1;
         // A chunk the parser cannot use ends the reading of that child's
         // standard error. 4 MB more follow, more than any pipe holds: the
@@ -80,16 +72,17 @@ private slots:
                          "printf '%s\\n' \"" + firstChunk
                              + "\" >&2; while [ ! -e go ]; do sleep 0.02; done;"
                                " head -c 4000000 /dev/zero | tr '\\0' z >&2; printf 'out \\303';"
-                               " read -t 1 line; [ $? -gt 128 ] && printf '\\251\\n'");
+                               " read -t 1 line; [ $? -gt 128 ] && printf '\\251\\n'",
+                         dir.path());
         QTRY_VERIFY_WITH_TIMEOUT(h.console().contains(firstChunk), Patience);
         QTEST(!h.controller.progressbar->isIndeterminate(), "barMadeDeterminate");
-        TestSupport::writeFile(h.dir.path() + "/go", "");
+        TestSupport::writeFile(dir.path() + "/go", "");
         QTRY_VERIFY_WITH_TIMEOUT(!h.controller.unixTask, Patience);
         QCOMPARE(h.console(), firstChunk + "\nout \xc3\xa9\n\nDone.\n");
 
         // The next child's standard error drives the bar again.
         QSignalSpy progress(&h.controller, &AppController::progressChanged);
-        h.runAsOperation(AppController::TagClone, Receiving + "sleep 100");
+        h.runAsOperation(AppController::TagClone, Receiving + "sleep 100", dir.path());
         ProgressBar *bar = h.controller.progressbar;
         QTRY_COMPARE_WITH_TIMEOUT(bar->maxValue(), 2742.0, Patience);
         h.controller.notifiedForStdOutput("[ 50%] Building\n"); // not compiling: ignored
@@ -112,29 +105,12 @@ private slots:
         QCOMPARE(h.controller.showSpeed->text(), "ZELMOR");
     }
 
-    void childThatCannotStartKeepsRunningLook()
+    // Stop brings the idle look back when no child is left to end: in the
+    // pause between an update's two pulls, after an unknown operation, and
+    // for a child that never started (no completion follows it).
+    void stopWithoutAChildThatEnds()
     {
-        Harness h;
-        h.controller.spinner->startAnimation();
-        h.controller.buttonPerform->setText(QStringLiteral("Stop"));
-        h.controller.runUnixTask("echo never", h.dir.path() + "/no/such/folder");
-        QProcess *task = h.controller.unixTask.data();
-        QSignalSpy failed(task, &QProcess::errorOccurred);
-        QSignalSpy finished(task, &QProcess::finished);
-        if (task->error() != QProcess::FailedToStart)
-            QVERIFY(failed.wait(Patience));
-        // No completion follows a child that never started.
-        QVERIFY(!finished.wait(200));
-        QVERIFY(h.controller.spinner->isAnimating() && h.button() == "Stop");
-        h.controller.perform(); // Stop brings the idle look back
-        QVERIFY(h.isIdle() && !h.console().contains("Done."));
-    }
-
-    // Neither a Stop in the pause between an update's two pulls nor an
-    // unknown operation starts a child.
-    void stopDuringUpdatePauseAndUnknownTag()
-    {
-        Harness h;
+        ControllerHarness h;
         h.controller.outputField->setString(QString());
         h.controller.selectItemWithTag(AppController::TagUpdate);
         h.controller.buttonPerform->setText(QStringLiteral("Stop"));
@@ -148,8 +124,16 @@ private slots:
         h.perform(9);
         QCOMPARE(h.console(), "Error");
         QVERIFY(!h.controller.spinner->isAnimating() && h.button() == "Stop");
+
+        h.controller.spinner->startAnimation();
+        h.controller.runUnixTask("echo never", "/no/such/folder");
+        QProcess *task = h.controller.unixTask.data();
+        QSignalSpy finished(task, &QProcess::finished);
+        QTRY_COMPARE_WITH_TIMEOUT(task->error(), QProcess::FailedToStart, Patience);
+        QVERIFY(!finished.wait(200));
+        QVERIFY(h.controller.spinner->isAnimating() && h.button() == "Stop");
         h.controller.perform();
-        QCOMPARE(h.button(), "Perform");
+        QVERIFY(h.isIdle() && h.console() == "Error");
     }
 
     void stopEndsTheWholeGroup_data()
@@ -161,9 +145,10 @@ private slots:
     void stopEndsTheWholeGroup()
     {
         QFETCH(QString, command);
-        Harness h;
-        h.runAsOperation(AppController::TagModules, command);
-        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(h.dir.path() + "/started"), Patience);
+        QTemporaryDir dir;
+        ControllerHarness h;
+        h.runAsOperation(AppController::TagModules, command, dir.path());
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(dir.path() + "/started"), Patience);
         const qint64 pgid = h.controller.unixTask->processId();
         // A stage's own end resets the window; only the user's Stop kills.
         h.controller.stopRequest = 0;
@@ -183,18 +168,14 @@ private slots:
     void endingTheControllerEndsEveryGroup()
     {
         QTemporaryDir dir;
-        qint64 stopped = 0, running = 0;
-        {
-            ControllerHarness h;
-            const QPointer<QProcess> old = stopStubbornChild(h, dir.path());
-            QVERIFY(old);
-            stopped = old->processId();
-            h.runAsOperation(AppController::TagModules, "sleep 100 & touch second; wait",
-                             dir.path());
-            QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(dir.path() + "/second"), Patience);
-            running = h.controller.unixTask->processId();
-            QVERIFY(!groupGone(stopped) && !groupGone(running));
-        }
+        std::optional<ControllerHarness> h(std::in_place);
+        const QPointer<QProcess> old = stopStubbornChild(*h, dir.path());
+        QVERIFY(old);
+        h->runAsOperation(AppController::TagModules, "sleep 100 & touch second; wait", dir.path());
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(dir.path() + "/second"), Patience);
+        const qint64 stopped = old->processId(), running = h->controller.unixTask->processId();
+        QVERIFY(!groupGone(stopped) && !groupGone(running));
+        h.reset();
         QTRY_VERIFY_WITH_TIMEOUT(groupGone(stopped) && groupGone(running), Patience);
     }
 
@@ -206,10 +187,9 @@ private slots:
         WorkspaceFixture fixture;
         fixture.checkoutMain(); // modules missing: the update refuses
         const QString ws = fixture.workspace(), release = fixture.root() + "/release";
-        TestSupport::writeFile(ws + "/.gitmodules",
-                               (gitmodulesEntry("lang", "file://" + fixture.langURL())
-                                + gitmodulesEntry("tools", "file://" + fixture.toolsURL()))
-                                   .toUtf8());
+        const QString entries = gitmodulesEntry("lang", "file://" + fixture.langURL())
+                                + gitmodulesEntry("tools", "file://" + fixture.toolsURL());
+        TestSupport::writeFile(ws + "/.gitmodules", entries.toUtf8());
         // What upload-pack runs before it packs: the clone waits for the test.
         TestSupport::writeFile(TestSupport::homeDir() + "/.gitconfig",
                                "[uploadpack]\n\tpackObjectsHook = \"i=0; while [ ! -e "
