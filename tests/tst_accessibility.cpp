@@ -53,8 +53,8 @@ int walk(QAccessibleInterface *iface, QStringList &unnamed)
         return 0;
     int named = 0;
     if (needNames.contains(iface->role()) && iface->text(A::Name).trimmed().isEmpty())
-        unnamed << QString::number(iface->role(), 16) + " " +
-                       (iface->object() ? iface->object()->objectName() : QString());
+        unnamed << QString::number(iface->role(), 16) + " "
+                       + (iface->object() ? iface->object()->objectName() : QString());
     else if (needNames.contains(iface->role()))
         ++named;
     for (int i = 0; i < iface->childCount(); ++i)
@@ -67,10 +67,10 @@ QList<QWidget *> controlsOf(QWidget *window)
 {
     QList<QWidget *> controls;
     for (QWidget *w : window->findChildren<QWidget *>()) {
-        if (w->window() == window && w->isVisible() &&
-            (qobject_cast<QAbstractButton *>(w) || qobject_cast<QLineEdit *>(w) ||
-             qobject_cast<QComboBox *>(w) ||
-             (qobject_cast<QAbstractItemView *>(w) && !qobject_cast<QHeaderView *>(w))))
+        if (w->window() == window && w->isVisible()
+            && (qobject_cast<QAbstractButton *>(w) || qobject_cast<QLineEdit *>(w)
+                || qobject_cast<QComboBox *>(w)
+                || (qobject_cast<QAbstractItemView *>(w) && !qobject_cast<QHeaderView *>(w))))
             controls.append(w);
     }
     return controls;
@@ -85,22 +85,12 @@ class TestAccessibility : public QObject
 {
     Q_OBJECT
 
-  public:
-    enum Window {
-        Main,
-        PrefsPaths,
-        PrefsSwitches,
-        FirstLaunchSheet,
-        WizardSheet,
-        WizardHint,
-        About,
-        Alert,
-        Installer,
-        StatusbarMenu
-    };
+public:
+    enum Window { Main, PrefsPaths, PrefsSwitches, FirstLaunchSheet, WizardSheet, WizardHint,
+                  About, Alert, Installer, StatusbarMenu };
     Q_ENUM(Window)
 
-  private slots:
+private slots:
     void initTestCase()
     {
         QAccessible::setActive(true);
@@ -303,12 +293,12 @@ class TestAccessibility : public QObject
         auto *table = open(Installer)->findChild<QTableWidget *>();
         for (const QPalette &now : {palette, QPalette()}) {
             QApplication::setPalette(now);
+            const QColor tableBase = table->palette().color(QPalette::Base);
             const auto missing = table->findItems("Missing", Qt::MatchExactly);
             QVERIFY(!missing.isEmpty());
             for (QTableWidgetItem *status : missing)
-                QVERIFY(Contrast::ratio(status->foreground().color(),
-                                        table->palette().color(QPalette::Base)) >=
-                        Contrast::MinimumTextRatio);
+                QVERIFY(Contrast::ratio(status->foreground().color(), tableBase)
+                        >= Contrast::MinimumTextRatio);
         }
     }
 
@@ -368,17 +358,14 @@ class TestAccessibility : public QObject
     void mnemonics_data()
     {
         TestSupport::columns<QStringList, QStringList>({"labels", "marked"});
-        using L = QStringList;
-        QTest::newRow("word starts first") << L{"Hide ZELMOR Helper", "Hide Others", "Show All"}
-                                           << L{"&Hide ZELMOR Helper", "Hide &Others", "&Show All"};
-        QTest::newRow("then any free letter")
-            << L{"Select", "Select", "OK"} << L{"&Select", "S&elect", "&OK"};
-        QTest::newRow("case-insensitive, digits count")
-            << L{"a", "A", "1 a"} << L{"&a", "A", "&1 a"};
-        QTest::newRow("kept marks reserve their letter")
-            << L{"Copy", "&Close"} << L{"C&opy", "&Close"};
-        QTest::newRow("literal ampersand, no letter left")
-            << L{"Find & Replace", "?"} << L{"&Find && Replace", "?"};
+        const auto row = [](const char *name, QStringList labels, QStringList marked) {
+            QTest::newRow(name) << labels << marked;
+        };
+        row("word starts first", {"Hide Helper", "Hide Others"}, {"&Hide Helper", "Hide &Others"});
+        row("then any free letter", {"Select", "Select", "OK"}, {"&Select", "S&elect", "&OK"});
+        row("case-insensitive, digits count", {"a", "A", "1 a"}, {"&a", "A", "&1 a"});
+        row("kept marks reserve their letter", {"Copy", "&Close"}, {"C&opy", "&Close"});
+        row("literal ampersand, none left", {"Find & Replace", "?"}, {"&Find && Replace", "?"});
     }
     void mnemonics()
     {
@@ -418,7 +405,7 @@ class TestAccessibility : public QObject
         QCOMPARE(store().persisted().value(key), before);
     }
 
-  private:
+private:
     static SettingsStore &store() { return SettingsStore::standard(); }
     static QAccessibleInterface *accessible(QObject *object)
     {

@@ -75,7 +75,7 @@ class TestTranslations : public QObject
 {
     Q_OBJECT
 
-  private slots:
+private slots:
     // Refreshes copies of the translation files from the sources, as the
     // update_translations target would (the folders of resources/CMakeLists.txt),
     // and lists per language what a translator still has to do.
@@ -125,8 +125,8 @@ class TestTranslations : public QObject
                     problems << where + " is unfinished";
                 } else if (placeholders(e.source) != placeholders(e.translation)) {
                     ++mismatched;
-                    problems << where + " has other placeholders: \"" +
-                                    QString(e.translation).replace('\n', "\\n") + "\"";
+                    problems << where + " has other placeholders: \""
+                                    + QString(e.translation).replace('\n', "\\n") + "\"";
                 }
             }
             qInfo("%s: %lld texts, %d missing, %d unfinished, %d with other placeholders",
