@@ -25,46 +25,35 @@ namespace {
 
 struct Entry
 {
-    QString context, source, translation;
-    bool finished = false;
+    QString context, source, translation; // an unfinished translation is empty
 };
 
-struct TsFile
+// The entries of a .ts file; *keysOnly tells a file in the source language.
+QList<Entry> readTs(const QString &path, bool *keysOnly)
 {
-    QString language, sourceLanguage;
     QList<Entry> entries;
-};
-
-TsFile readTs(const QString &path)
-{
-    TsFile ts;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return ts;
+    file.open(QIODevice::ReadOnly);
     QXmlStreamReader xml(&file);
-    QString context;
     Entry entry;
     while (!xml.atEnd()) {
         if (xml.readNext() != QXmlStreamReader::StartElement)
             continue;
-        const auto name = xml.name();
-        if (name == u"TS") {
-            ts.language = xml.attributes().value("language").toString();
-            ts.sourceLanguage = xml.attributes().value("sourcelanguage").toString();
-        } else if (name == u"name") {
-            context = xml.readElementText();
-        } else if (name == u"message") {
-            entry = Entry{context, {}, {}, false};
-        } else if (name == u"source") {
+        const auto attributes = xml.attributes();
+        if (xml.name() == u"TS") {
+            *keysOnly = attributes.value("language") == attributes.value("sourcelanguage");
+        } else if (xml.name() == u"name") {
+            entry.context = xml.readElementText();
+        } else if (xml.name() == u"source") {
             entry.source = xml.readElementText();
-        } else if (name == u"translation") {
-            const auto type = xml.attributes().value("type");
-            entry.finished = type.isEmpty();
+        } else if (xml.name() == u"translation") {
             entry.translation = xml.readElementText(QXmlStreamReader::IncludeChildElements);
-            ts.entries.append(entry);
+            if (!attributes.value("type").isEmpty())
+                entry.translation.clear();
+            entries.append(entry);
         }
     }
-    return ts;
+    return entries;
 }
 
 // %1..%99, %n, and the two placeholders formatText() fills.
@@ -78,11 +67,6 @@ QStringList placeholders(const QString &text)
     return found;
 }
 
-// The folders whose texts ship, as the build's update_translations target
-// reads them (see resources/CMakeLists.txt).
-const QStringList sourceFolders{"app",      "workflow",  "settings", "widgets",
-                                "platform", "companions", "resources"};
-
 } // namespace
 
 // Every text reaches every language, and the application speaks the user's
@@ -93,51 +77,50 @@ class TestTranslations : public QObject
 
 private slots:
     // Refreshes copies of the translation files from the sources, as the
-    // update_translations target would, and lists per language what a
-    // translator still has to do. tools/translation_status.sh runs this alone.
+    // update_translations target would (the folders of resources/CMakeLists.txt),
+    // and lists per language what a translator still has to do.
+    // tools/translation_status.sh runs this alone and reads its output.
     void everyTextIsTranslated()
     {
         const QDir sources(QStringLiteral(ZELMOR_SOURCE_DIR));
         QTemporaryDir copies;
-        QStringList tsCopies;
         const auto tsFiles = QDir(sources.filePath("resources/translations"))
                                  .entryInfoList({"*.ts"}, QDir::Files, QDir::Name);
         QVERIFY(tsFiles.size() >= 4); // English keys plus three languages
-        for (const QFileInfo &ts : tsFiles) {
-            tsCopies << copies.filePath(ts.fileName());
-            QVERIFY(QFile::copy(ts.filePath(), tsCopies.last()));
-        }
-
-        QStringList arguments{"-silent", "-locations", "none", "-no-obsolete",
-                              "-I", sources.path()};
-        for (const QString &folder : sourceFolders)
+        QStringList arguments{"-silent",      "-locations", "none",
+                              "-no-obsolete", "-I",         sources.path()};
+        for (const char *folder :
+             {"app", "workflow", "settings", "widgets", "platform", "companions", "resources"})
             arguments << sources.filePath(folder);
-        arguments << "-ts" << tsCopies;
+        arguments << "-ts";
+        for (const QFileInfo &ts : tsFiles) {
+            arguments << copies.filePath(ts.fileName());
+            QVERIFY(QFile::copy(ts.filePath(), arguments.last()));
+        }
         int exitCode = -1;
         run(QStringLiteral(ZELMOR_LUPDATE), arguments, QString(), &exitCode);
         QCOMPARE(exitCode, 0);
 
         QStringList problems;
-        for (int i = 0; i < tsFiles.size(); ++i) {
-            const TsFile before = readTs(tsFiles.at(i).filePath());
-            const TsFile after = readTs(tsCopies.at(i));
+        for (const QFileInfo &ts : tsFiles) {
+            bool keysOnly = false; // the English file only lists the keys
             QSet<QString> known;
-            for (const Entry &e : before.entries)
+            for (const Entry &e : readTs(ts.filePath(), &keysOnly))
                 known.insert(e.context + '\x04' + e.source);
-            QVERIFY2(!after.entries.isEmpty(), qPrintable(tsCopies.at(i)));
-            // The English file only lists the keys; its texts are the keys.
-            const bool keysOnly = after.language == after.sourceLanguage;
+            const QList<Entry> after = readTs(copies.filePath(ts.fileName()), &keysOnly);
+            QVERIFY(!after.isEmpty());
+            const QString language = ts.baseName().section('_', -1);
             int missing = 0, unfinished = 0, mismatched = 0;
-            for (const Entry &e : after.entries) {
+            for (const Entry &e : after) {
                 const QString where =
                     QStringLiteral("%1: [%2] \"%3\"")
-                        .arg(after.language, e.context, QString(e.source).replace('\n', "\\n"));
+                        .arg(language, e.context, QString(e.source).replace('\n', "\\n"));
                 if (!known.contains(e.context + '\x04' + e.source)) {
                     ++missing;
                     problems << where + " is missing";
                 } else if (keysOnly) {
                     continue;
-                } else if (!e.finished || e.translation.trimmed().isEmpty()) {
+                } else if (e.translation.trimmed().isEmpty()) {
                     ++unfinished;
                     problems << where + " is unfinished";
                 } else if (placeholders(e.source) != placeholders(e.translation)) {
@@ -147,29 +130,24 @@ private slots:
                 }
             }
             qInfo("%s: %lld texts, %d missing, %d unfinished, %d with other placeholders",
-                  qPrintable(after.language), qlonglong(after.entries.size()), missing,
-                  unfinished, mismatched);
+                  qPrintable(language), qlonglong(after.size()), missing, unfinished, mismatched);
         }
         QVERIFY2(problems.isEmpty(), qPrintable("\n" + problems.join('\n')));
     }
 
-    // The machine's language does not leak into the tests: they all expect
-    // the English texts.
-    void theTestsSpeakEnglish()
+    // The machine's language does not leak into the tests, which all expect
+    // the English texts; the application, though, speaks German to a German.
+    void theApplicationStartsInGerman()
     {
         const QString language = installTranslator();
         QVERIFY(language.isEmpty() || language == "en");
         QCOMPARE(AppController::tr("Perform"), QString("Perform"));
-    }
 
-    void theApplicationStartsInGerman()
-    {
         QTemporaryDir bundle; // no companions in it: starting them fails quietly
         Bundle::setMainBundlePath(bundle.path() + "/ZELMOR Helper.app");
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         QCOMPARE(installTranslator(), QString("de"));
         QLocale::setDefault(QLocale::system());
-
         ApplicationShell shell;
         shell.start();
         Ui::MainWindow *ui = shell.window()->ui();
@@ -179,11 +157,8 @@ private slots:
         QCOMPARE(ui->menuQuit->text().remove('&'), QString("ZELMOR Helper beenden"));
         // Qt's own texts too: the key names shown beside the menu items.
         QCOMPARE(ui->menuQuit->shortcut().toString(QKeySequence::NativeText), QString("Strg+Q"));
-
-        ZELMORHelperAppDelegate *delegate = shell.delegate();
-        QVERIFY(delegate->firstLaunchWindow && delegate->firstLaunchWindow->isVisible());
-        QCOMPARE(delegate->firstTitle->text(), QString("Willkommen"));
-        QVERIFY(delegate->firstMessage->text().startsWith("Sie müssen Xcode"));
+        QCOMPARE(shell.delegate()->firstTitle->text(), QString("Willkommen"));
+        QVERIFY(shell.delegate()->firstMessage->text().startsWith("Sie müssen Xcode"));
 
         AppController *controller = shell.controller();
         QCOMPARE(controller->buttonPerform->text(), QString("Ausführen"));
