@@ -117,50 +117,42 @@ private slots:
     }
 
     // An existing workspace is asked about first. After the clone the prompt
-    // starts the modules: by its Perform, or when its countdown (here ticked
-    // by the test, not waited for) reaches 0.
+    // starts the modules: by its Perform (here after Keep), or when its
+    // countdown (after Replace; ticked by the test, not waited for) reaches 0.
     void cloneThenModules_data()
     {
-        QTest::addColumn<int>("existing"); // the answer about it; 0: there is none
-        QTest::addColumn<bool>("perform");
-        QTest::newRow("Perform") << 0 << true;
-        QTest::newRow("countdown") << 0 << false;
-        QTest::newRow("Keep") << 1000 << true;
-        QTest::newRow("Replace") << 1001 << false;
-        QTest::newRow("Cancel") << 1002 << true;
+        QTest::addColumn<int>("answer");
+        QTest::newRow("Keep, Perform") << 1000;
+        QTest::newRow("Replace, countdown") << 1001;
+        QTest::newRow("Cancel") << 1002;
     }
     void cloneThenModules()
     {
-        QFETCH(int, existing);
-        QFETCH(bool, perform);
+        QFETCH(int, answer);
         prepareClone(false);
         const QString ws = workspace();
-        if (existing) {
-            TestSupport::writeFile(ws + "/.git/mine", "old\n");
-            TestSupport::writeFile(ws + "/notes.txt", "mine\n");
-        }
+        TestSupport::writeFile(ws + "/.git/mine", "old\n");
+        TestSupport::writeFile(ws + "/notes.txt", "mine\n");
         Harness h;
         h.perform(AppController::TagClone);
-        if (existing) {
-            AlertSheet *sheet = Harness::waitForSheet();
-            QVERIFY(sheet);
-            QCOMPARE(sheet->text(), "Notice");
-            QCOMPARE(sheet->informativeText(),
-                     ws + " already exists. It may be source codes.\nFolder will add current date "
-                          "as extension if you choose to keep it.\n \nHow to deal with it?");
-            QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Cancel"}));
-            QCOMPARE(h.console(), "\nChecking files...\n");
-            sheet->buttonFor(existing)->click();
-            const QStringList kept = QDir(m_fixture->root()).entryList({"workspace.*"}, QDir::Dirs);
-            QCOMPARE(kept.size(), existing == 1000 ? 1 : 0);
-            if (existing == 1002) { // Cancel leaves everything
-                QVERIFY(h.isIdle() && !h.controller.unixTask);
-                QVERIFY(QFileInfo::exists(ws + "/.git/mine"));
-                return;
-            }
-            if (existing == 1000) // under its date suffix
-                QVERIFY(QFileInfo::exists(m_fixture->root() + "/" + kept.first() + "/notes.txt"));
+        AlertSheet *sheet = Harness::waitForSheet();
+        QVERIFY(sheet);
+        QCOMPARE(sheet->text(), "Notice");
+        QCOMPARE(sheet->informativeText(),
+                 ws + " already exists. It may be source codes.\nFolder will add current date "
+                      "as extension if you choose to keep it.\n \nHow to deal with it?");
+        QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Cancel"}));
+        QCOMPARE(h.console(), "\nChecking files...\n");
+        sheet->buttonFor(answer)->click();
+        const QStringList kept = QDir(m_fixture->root()).entryList({"workspace.*"}, QDir::Dirs);
+        QCOMPARE(kept.size(), answer == 1000 ? 1 : 0);
+        if (answer == 1002) { // Cancel leaves everything
+            QVERIFY(h.isIdle() && !h.controller.unixTask);
+            QVERIFY(QFileInfo::exists(ws + "/.git/mine"));
+            return;
         }
+        if (answer == 1000) // under its date suffix
+            QVERIFY(QFileInfo::exists(m_fixture->root() + "/" + kept.first() + "/notes.txt"));
         AlertSheet *prompt = Harness::waitForSheet();
         QVERIFY(prompt);
         QCOMPARE(h.console(), cloneTranscript(ws));
@@ -171,7 +163,7 @@ private slots:
         QCOMPARE(prompt->buttonTitles(), (QStringList{"Perform", "Cancel"}));
         QCOMPARE(h.button(), "Stop");
         QVERIFY(!QFileInfo::exists(ws + "/notes.txt")); // the whole folder went
-        if (perform) {
+        if (answer == 1000) {
             prompt->buttonFor(1000)->click();
             // Started by the answer: the button keeps reading "Stop".
             QVERIFY(!h.controller.timer->isActive());
