@@ -5,81 +5,17 @@
 #include "workflow/AppController.h"
 
 #include <QAbstractButton>
-#include <QComboBox>
-#include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
-#include <QRegularExpression>
 #include <QTimer>
 
-// The source download and the module operation against real git, with the
-// emulator's repository and its modules served from local folders: the
-// test's own ~/.gitconfig maps their https URLs there (url.<base>.insteadOf),
-// exactly as a user could.
+// The source download and the module operation against real git. The
+// emulator's https URL is served from the fixture's repository through the
+// test's own ~/.gitconfig (url.<base>.insteadOf), exactly as a user could.
 
 namespace {
 
 using Harness = ControllerHarness;
-const QString LangURL = QStringLiteral("https://github.com/zelmor-emu/emu-lang.git");
-const QString ToolsURL = QStringLiteral("https://github.com/zelmor-emu/tools.git");
-
-class Upstream
-{
-public:
-    explicit Upstream(bool withModules = true)
-    {
-        const QString root = m_dir.path(), work = root + "/zelmor.work";
-        m_lang = TestSupport::makeBareRepository(root, "emu-lang", {{"en.txt", "Perform\n"}});
-        m_tools = TestSupport::makeBareRepository(root, "tools", {{"tool.txt", "tool\n"}});
-        QDir().mkpath(work);
-        TestSupport::git(work, {"init", "-q", "-b", "master"});
-        TestSupport::writeFile(work + "/README", "ZELMOR\n");
-        if (withModules) {
-            m_gitmodules = gitmodulesEntry("lang", LangURL) + gitmodulesEntry("tools", ToolsURL);
-            TestSupport::writeFile(work + "/.gitmodules", m_gitmodules.toUtf8());
-            // Gitlinks, so a checkout has the empty module folders git leaves.
-            for (const auto &[path, bare] :
-                 {std::pair{"lang", m_lang}, std::pair{"tools", m_tools}}) {
-                const QString head = TestSupport::git(bare, {"rev-parse", "HEAD"}).trimmed();
-                TestSupport::git(
-                    work, {"update-index", "--add", "--cacheinfo", "160000," + head + "," + path});
-            }
-        }
-        TestSupport::git(work, {"add", "-A"});
-        TestSupport::git(work, {"commit", "-q", "-m", "initial"});
-        m_source = root + "/zelmor.git";
-        TestSupport::git(root, {"clone", "-q", "--bare", work, m_source});
-        serve(false);
-        SettingsStore::standard().setObject(SettingsKeys::Workspace, workspace());
-        SettingsStore::standard().setObject(SettingsKeys::Log, QStringLiteral("0"));
-    }
-
-    // slowServer: clones go through git's file:// transport to a server
-    // that waits 20 seconds before it sends anything.
-    void serve(bool slowServer) const
-    {
-        const QString scheme = slowServer ? QStringLiteral("file://") : QString();
-        QString config;
-        for (const auto &[local, url] :
-             {std::pair{m_source, QStringLiteral(ZELMOR_SOURCE_REPOSITORY_URL)},
-              std::pair{m_lang, LangURL}, std::pair{m_tools, ToolsURL}})
-            config += QStringLiteral("[url \"%1%2\"]\n\tinsteadOf = %3\n").arg(scheme, local, url);
-        if (slowServer)
-            config += "[uploadpack]\n\tpackObjectsHook = \"sleep 20;\"\n";
-        TestSupport::writeFile(TestSupport::homeDir() + "/.gitconfig", config.toUtf8());
-    }
-
-    QString workspace() const { return m_dir.path() + "/ws"; }
-    QString gitmodules() const { return m_gitmodules; }
-    void checkoutSource() const
-    {
-        TestSupport::git(m_dir.path(), {"clone", "-q", ZELMOR_SOURCE_REPOSITORY_URL, workspace()});
-    }
-
-private:
-    QTemporaryDir m_dir;
-    QString m_source, m_lang, m_tools, m_gitmodules;
-};
 
 QString cloneTranscript(const QString &workspace)
 {
@@ -109,24 +45,14 @@ QMap<QString, QByteArray> snapshot(const QString &root, const QStringList &skip 
                 return relative == s || relative.startsWith(s + u'/');
             }))
             continue;
-        const QFileInfo info = it.fileInfo();
-        items.insert(relative, info.isDir() ? QByteArray("<dir>")
-                                            : QCryptographicHash::hash(TestSupport::readFile(path),
-                                                                       QCryptographicHash::Sha1));
+        items.insert(relative,
+                     it.fileInfo().isDir() ? QByteArray("<dir>") : TestSupport::readFile(path));
     }
     return items;
 }
 
 const QString ModuleChecks = QStringLiteral(
     "\nChecking files...\nDone.\n\nRegistering modules...\nDone.\nChecking modules...\n");
-
-// One row per answer of a three-button sheet.
-void answerRows(const QStringList &titles)
-{
-    QTest::addColumn<int>("answer");
-    for (int i = 0; i < titles.size(); ++i)
-        QTest::newRow(qPrintable(titles.at(i))) << AlertSheet::FirstButtonReturn + i;
-}
 
 } // namespace
 
@@ -140,43 +66,39 @@ class WorkflowEndToEndTest : public QObject
     QString workspace() const { return m_fixture->workspace(); }
     QString markerFolder() const { return m_markers.path(); }
 
-    // The main checkout with its empty module folders, and a fresh registry.
-    void resetWorkspace(const QString &gitmodules)
+    // The main checkout with its empty module folders, and a fresh registry;
+    // a null gitmodules keeps the checked-out one.
+    void resetWorkspace(const QString &gitmodules = QString())
     {
         QDir(workspace()).removeRecursively();
         m_fixture->checkoutMain();
-        TestSupport::writeFile(workspace() + "/.gitmodules", gitmodules.toUtf8());
-        ControllerHarness::configure(workspace(), m_fixture->output(), QStringLiteral("0"));
+        if (!gitmodules.isNull())
+            TestSupport::writeFile(workspace() + "/.gitmodules", gitmodules.toUtf8());
     }
 
-private:
-    // After the clone: the prompt, its texts and the running look.
-    void expectReadyPrompt(Harness &h, const Upstream &upstream, AlertSheet *&prompt)
+    // No workspace (nor one kept by an earlier test), the source URL served.
+    // slowServer: through git's file:// transport, by a server that waits 20
+    // seconds before it sends anything.
+    void prepareClone(bool slowServer)
     {
-        QVERIFY((prompt = Harness::waitForSheet()));
-        QCOMPARE(h.console(), cloneTranscript(upstream.workspace()));
-        QCOMPARE(prompt->text(), "Ready to install modules");
-        QCOMPARE(prompt->informativeText(),
-                 "Main source codes are ready. Do you want to get "
-                 "modules initialized right now?\nCount down 10 secs...");
-        QCOMPARE(prompt->buttonTitles(), (QStringList{"Perform", "Cancel"}));
-        QCOMPARE(h.button(), "Stop");
-        QVERIFY(QFileInfo::exists(upstream.workspace() + "/README"));
+        const QDir root(m_fixture->root());
+        for (const QString &old : root.entryList({"workspace*"}, QDir::Dirs))
+            QDir(root.filePath(old)).removeRecursively();
+        QString config = QStringLiteral("[url \"%1%2/zelmor.git\"]\n\tinsteadOf = %3\n")
+                             .arg(slowServer ? "file://" : "", root.path(),
+                                  QStringLiteral(ZELMOR_SOURCE_REPOSITORY_URL));
+        if (slowServer)
+            config += "[uploadpack]\n\tpackObjectsHook = \"sleep 20;\"\n";
+        TestSupport::writeFile(TestSupport::homeDir() + "/.gitconfig", config.toUtf8());
     }
 
-    void expectModulesDone(Harness &h, const Upstream &upstream)
+    void expectModulesDone(Harness &h)
     {
-        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
-        const QString ws = upstream.workspace();
-        QCOMPARE(h.console(), moduleTranscript(ws, "tools") + "\nDone.\n");
+        const QString done = moduleTranscript(workspace(), "tools") + "\nDone.\n";
+        QTRY_COMPARE_WITH_TIMEOUT(h.console(), done, Patience);
         QCOMPARE(h.button(), "Perform");
-        QCOMPARE(h.controller.now, 0);
         for (const char *path : {"/lang/en.txt", "/tools/tool.txt", "/lang/.git"})
-            QVERIFY2(QFileInfo::exists(ws + path), path);
-        const QByteArray origin = TestSupport::readFile(ws + "/.git/config.origin");
-        QVERIFY(origin.contains("[core]"));
-        QCOMPARE(TestSupport::readFile(ws + "/.git/config"),
-                 origin + "\n" + upstream.gitmodules().toUtf8());
+            QVERIFY2(QFileInfo::exists(workspace() + path), path);
     }
 
 private slots:
@@ -185,6 +107,7 @@ private slots:
         m_fixture = new WorkspaceFixture;
         QVERIFY(m_fixture->isValid());
         QVERIFY(m_markers.isValid());
+        ControllerHarness::configure(workspace(), m_fixture->output(), QStringLiteral("0"));
     }
     void cleanupTestCase() { delete m_fixture; }
     void init()
@@ -193,26 +116,54 @@ private slots:
         QFile::remove(TestSupport::homeDir() + "/.gitconfig");
     }
 
-    // After the clone the prompt starts the modules: by its Perform, or when
-    // its countdown (here ticked by the test, not waited for) reaches 0.
+    // An existing workspace is asked about first. After the clone the prompt
+    // starts the modules: by its Perform (here after Keep), or when its
+    // countdown (after Replace; ticked by the test, not waited for) reaches 0.
     void cloneThenModules_data()
     {
-        QTest::addColumn<bool>("perform");
-        QTest::newRow("Perform") << true;
-        QTest::newRow("countdown") << false;
+        QTest::addColumn<int>("answer");
+        QTest::newRow("Keep, Perform") << 1000;
+        QTest::newRow("Replace, countdown") << 1001;
+        QTest::newRow("Cancel") << 1002;
     }
     void cloneThenModules()
     {
-        QFETCH(bool, perform);
-        Upstream upstream;
-        const QString ws = upstream.workspace();
+        QFETCH(int, answer);
+        prepareClone(false);
+        const QString ws = workspace();
+        TestSupport::writeFile(ws + "/.git/mine", "old\n");
+        TestSupport::writeFile(ws + "/notes.txt", "mine\n");
         Harness h;
         h.perform(AppController::TagClone);
-        AlertSheet *prompt = nullptr;
-        expectReadyPrompt(h, upstream, prompt);
-        if (QTest::currentTestFailed())
+        AlertSheet *sheet = Harness::waitForSheet();
+        QVERIFY(sheet);
+        QCOMPARE(sheet->text(), "Notice");
+        QCOMPARE(sheet->informativeText(),
+                 ws + " already exists. It may be source codes.\nFolder will add current date "
+                      "as extension if you choose to keep it.\n \nHow to deal with it?");
+        QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Cancel"}));
+        QCOMPARE(h.console(), "\nChecking files...\n");
+        sheet->buttonFor(answer)->click();
+        const QStringList kept = QDir(m_fixture->root()).entryList({"workspace.*"}, QDir::Dirs);
+        QCOMPARE(kept.size(), answer == 1000 ? 1 : 0);
+        if (answer == 1002) { // Cancel leaves everything
+            QVERIFY(h.isIdle() && !h.controller.unixTask);
+            QVERIFY(QFileInfo::exists(ws + "/.git/mine"));
             return;
-        if (perform) {
+        }
+        if (answer == 1000) // under its date suffix
+            QVERIFY(QFileInfo::exists(m_fixture->root() + "/" + kept.first() + "/notes.txt"));
+        AlertSheet *prompt = Harness::waitForSheet();
+        QVERIFY(prompt);
+        QCOMPARE(h.console(), cloneTranscript(ws));
+        QCOMPARE(prompt->text(), "Ready to install modules");
+        QCOMPARE(prompt->informativeText(),
+                 "Main source codes are ready. Do you want to get "
+                 "modules initialized right now?\nCount down 10 secs...");
+        QCOMPARE(prompt->buttonTitles(), (QStringList{"Perform", "Cancel"}));
+        QCOMPARE(h.button(), "Stop");
+        QVERIFY(!QFileInfo::exists(ws + "/notes.txt")); // the whole folder went
+        if (answer == 1000) {
             prompt->buttonFor(1000)->click();
             // Started by the answer: the button keeps reading "Stop".
             QVERIFY(!h.controller.timer->isActive());
@@ -235,63 +186,23 @@ private slots:
             QCOMPARE(h.button(), "Perform");
         }
         QCOMPARE(h.controller.selectedTag(), int(AppController::TagModules));
-        expectModulesDone(h, upstream);
+        expectModulesDone(h);
     }
 
-    void existingWorkspace_data() { answerRows({"Keep", "Replace", "Cancel"}); }
-    void existingWorkspace()
+    void existingModule_data()
     {
-        QFETCH(int, answer);
-        Upstream upstream;
-        const QString ws = upstream.workspace();
-        TestSupport::writeFile(ws + "/.git/mine", "old\n");
-        TestSupport::writeFile(ws + "/notes.txt", "mine\n");
-        Harness h;
-        h.perform(AppController::TagClone);
-        AlertSheet *sheet = Harness::waitForSheet();
-        QVERIFY(sheet);
-        QCOMPARE(sheet->text(), "Notice");
-        QCOMPARE(sheet->informativeText(),
-                 ws + " already exists. It may be source codes.\nFolder will add current date as "
-                      "extension if you choose to keep it.\n \nHow to deal with it?");
-        QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Cancel"}));
-        QCOMPARE(h.console(), "\nChecking files...\n");
-        sheet->buttonFor(answer)->click();
-
-        const QStringList kept =
-            QDir(QFileInfo(ws).path()).entryList({"ws.*"}, QDir::Dirs | QDir::NoDotAndDotDot);
-        QCOMPARE(kept.size(), answer == 1000 ? 1 : 0);
-        if (answer == 1002) { // Cancel leaves everything
-            QVERIFY(h.isIdle() && !h.controller.unixTask);
-            QVERIFY(QFileInfo::exists(ws + "/.git/mine"));
-            return;
-        }
-        AlertSheet *prompt = nullptr;
-        expectReadyPrompt(h, upstream, prompt);
-        if (QTest::currentTestFailed())
-            return;
-        QVERIFY(!QFileInfo::exists(ws + "/notes.txt")); // the whole folder went
-        if (answer == 1000) {
-            QVERIFY(QRegularExpression("^ws\\.\\d{4}-\\d\\d-\\d\\d \\d\\d\\.\\d\\d\\.\\d\\d$")
-                        .match(kept.first())
-                        .hasMatch());
-            QVERIFY(QFileInfo::exists(QFileInfo(ws).path() + "/" + kept.first() + "/notes.txt"));
-        }
-        prompt->buttonFor(1001)->click(); // Cancel: back to idle, nothing else runs
-        QVERIFY(h.isIdle() && !h.controller.unixTask);
-        QVERIFY(!h.controller.timer->isActive());
+        QTest::addColumn<int>("answer");
+        QTest::newRow("Keep") << 1000;
+        QTest::newRow("Replace") << 1001;
+        QTest::newRow("Skip") << 1002;
     }
-
-    void existingModule_data() { answerRows({"Keep", "Replace", "Skip"}); }
     void existingModule()
     {
         QFETCH(int, answer);
-        Upstream upstream;
-        upstream.checkoutSource();
-        const QString ws = upstream.workspace();
+        resetWorkspace();
+        const QString ws = workspace();
         const QByteArray pristine = TestSupport::readFile(ws + "/.git/config");
-        QDir(ws + "/lang").removeRecursively();
-        TestSupport::git(ws, {"clone", "-q", LangURL, "lang"});
+        m_fixture->cloneModule(m_fixture->langURL(), "lang");
         TestSupport::writeFile(ws + "/lang/mine.txt", "mine\n");
 
         Harness h;
@@ -303,7 +214,7 @@ private slots:
         QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Skip"}));
         QCOMPARE(h.console(), ModuleChecks);
         sheet->buttonFor(answer)->click();
-        expectModulesDone(h, upstream);
+        expectModulesDone(h);
 
         const QStringList kept = QDir(ws).entryList({"lang.*"}, QDir::Dirs | QDir::NoDotAndDotDot);
         QCOMPARE(kept.size(), answer == 1000 ? 1 : 0);
@@ -312,7 +223,7 @@ private slots:
             QVERIFY(QFileInfo::exists(ws + "/" + kept.first() + "/mine.txt"));
 
         // A second registration starts from the backup again: nothing is
-        // appended twice, and the backup stays as it was.
+        // appended twice, and the backup keeps the checkout's own settings.
         h.perform(AppController::TagModules);
         AlertSheet *again = Harness::waitForSheet();
         QVERIFY(again);
@@ -324,35 +235,20 @@ private slots:
         QCOMPARE(h.console(), ModuleChecks + "\nSkip module lang\n\nSkip module tools\n\nDone.\n");
         QCOMPARE(TestSupport::readFile(ws + "/.git/config.origin"), pristine);
         QCOMPARE(TestSupport::readFile(ws + "/.git/config"),
-                 pristine + "\n" + upstream.gitmodules().toUtf8());
+                 pristine + "\n" + TestSupport::readFile(ws + "/.gitmodules"));
     }
 
-    // Module operations that end without asking: no modules listed, no workspace.
-    void modulesWithoutQuestions_data()
-    {
-        QTest::addColumn<bool>("checkout");
-        QTest::addColumn<QString>("console"); // WS stands for the workspace
-        QTest::newRow("empty module list") << true << ModuleChecks + "\nDone.\n";
-        QTest::newRow("no workspace")
-            << false
-            << "\nChecking files...\nFailure.\nError: WS or .git in it not "
-               "found!Please re-download a complete copy of source codes.";
-    }
+    // A module operation with no modules listed ends without asking.
     void modulesWithoutQuestions()
     {
-        QFETCH(bool, checkout);
-        QFETCH(QString, console);
-        Upstream upstream(false);
-        const QString ws = upstream.workspace();
-        if (checkout)
-            upstream.checkoutSource();
+        resetWorkspace();
+        QVERIFY(QFile::remove(workspace() + "/.gitmodules"));
         Harness h;
         h.perform(AppController::TagModules);
-        QCOMPARE(h.console(), console.replace("WS", ws));
+        QCOMPARE(h.console(), ModuleChecks + "\nDone.\n");
         QVERIFY(h.isIdle() && !h.controller.unixTask);
-        if (checkout) // no .gitmodules to append
-            QCOMPARE(TestSupport::readFile(ws + "/.git/config"),
-                     TestSupport::readFile(ws + "/.git/config.origin") + "\n(null)");
+        QCOMPARE(TestSupport::readFile(workspace() + "/.git/config"), // nothing to append
+                 TestSupport::readFile(workspace() + "/.git/config.origin") + "\n(null)");
     }
 
     void stopDuringClone_data()
@@ -364,10 +260,9 @@ private slots:
     void stopDuringClone()
     {
         QFETCH(int, tag);
-        Upstream upstream;
+        prepareClone(true);
         if (tag == AppController::TagModules)
-            upstream.checkoutSource();
-        upstream.serve(true);
+            resetWorkspace(gitmodulesEntry("lang", "file://" + m_fixture->langURL()));
         Harness h;
         h.perform(tag);
         QTRY_VERIFY_WITH_TIMEOUT(
@@ -382,17 +277,24 @@ private slots:
     // A child's completion goes by the item selected when it ends.
     void popupSwitchedWhileRunning()
     {
-        // With "Get module initialized" selected there is no module left to fetch.
-        Upstream upstream;
+        prepareClone(false);
         Harness h;
+        h.perform(AppController::TagModules); // no workspace yet
+        QCOMPARE(h.console(), "\nChecking files...\nFailure.\nError: " + workspace() +
+                                  " or .git in it not found!Please re-download a complete copy "
+                                  "of source codes.");
+        QVERIFY(h.isIdle() && !h.controller.unixTask);
+
+        // With "Get module initialized" selected there is no module left to fetch.
         h.perform(AppController::TagClone);
         h.controller.selectItemWithTag(AppController::TagModules);
         QTRY_VERIFY_WITH_TIMEOUT(!h.controller.unixTask, Patience);
-        QCOMPARE(h.console(), cloneTranscript(upstream.workspace()));
+        QCOMPARE(h.console(), cloneTranscript(workspace()));
         QVERIFY(AlertSheet::openSheets().isEmpty());
         QCOMPARE(h.button(), "Perform");
 
-        // A compile that ends with the clone selected asks about the modules.
+        // A compile that ends with the clone selected asks about the modules;
+        // its Cancel goes back to idle and nothing else runs.
         h.controller.outputField->setString(QString());
         h.runAsOperation(AppController::TagCompile, QStringLiteral("true"), QDir::homePath());
         h.controller.selectItemWithTag(AppController::TagClone);
@@ -401,13 +303,13 @@ private slots:
         QCOMPARE(prompt->text(), "Ready to install modules");
         QCOMPARE(h.console(), "\nDone.\n");
         prompt->buttonFor(1001)->click();
-        QCOMPARE(h.button(), "Perform");
+        QVERIFY(h.isIdle() && !h.controller.unixTask);
+        QVERIFY(!h.controller.timer->isActive());
     }
 
-    // A .gitmodules written by a stranger, through "Get module initialized"
-    // and "Update source codes and submodules": every payload below would
-    // create its marker file if any part of it ran, and the ordinary entries
-    // beside them are still cloned.
+    // A .gitmodules written by a stranger: every payload below would create
+    // its marker file if any part of it ran, and the ordinary entry beside it
+    // is still cloned.
     void hostileURLsRunNothing_data()
     {
         QTest::addColumn<QString>("payload");
@@ -457,7 +359,6 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
 
         QVERIFY2(QDir(markerFolder()).isEmpty(), qPrintable(url));
-        QVERIFY(AlertSheet::openSheets().isEmpty());
         QVERIFY(QFileInfo::exists(workspace() + "/tools/tool.txt"));
         QCOMPARE(TestSupport::readFile(workspace() + "/.git/config"),
                  TestSupport::readFile(workspace() + "/.git/config.origin") + "\n" +
@@ -481,48 +382,33 @@ private slots:
     }
 
     // Refused entries before, between and after ordinary ones: each ordinary
-    // module is fetched once, in order, and nothing waits for the others.
+    // module is fetched once, in order, and nothing waits for the others. A
+    // URL whose name comes out empty names the workspace itself: neither the
+    // question nor "Replace" may ever reach it.
     void refusedEntriesArePassedOver()
     {
         const QString first = QStringLiteral("x;touch${IFS}") + markerFolder() + "/first";
-        const QString tools = "file://" + m_fixture->toolsURL();
-        resetWorkspace(gitmodulesEntry("a", first) + gitmodulesEntry("lang", m_fixture->langURL()) +
-                       gitmodulesEntry("b", "https://host/owner/.git") +
-                       gitmodulesEntry("tools", tools) +
-                       gitmodulesEntry("c", "https://h/owner/~.git"));
-        Harness h;
-        h.perform(AppController::TagModules);
-        QCOMPARE(h.console(), moduleTranscript(workspace(), "lang"));
-        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
-        QCOMPARE(h.console(), moduleTranscript(workspace(), "tools") +
-                                  refusal("https://h/owner/~.git", false) + "\nDone.\n");
-        for (const char *file : {"/lang/en.txt", "/tools/tool.txt"})
-            QVERIFY(QFileInfo::exists(workspace() + file));
-        QVERIFY(QDir(markerFolder()).isEmpty());
-        QVERIFY(h.isIdle() && AlertSheet::openSheets().isEmpty());
-    }
-
-    // A module URL whose name comes out empty names the workspace itself:
-    // neither the question nor "Replace" may ever reach it.
-    void emptyNameLeavesWorkspaceIntact()
-    {
         const QString empty = QStringLiteral("https://host/owner/.git");
-        resetWorkspace(gitmodulesEntry("a", empty) + gitmodulesEntry("lang", m_fixture->langURL()));
+        resetWorkspace(gitmodulesEntry("a", first) + gitmodulesEntry("lang", m_fixture->langURL()) +
+                       gitmodulesEntry("b", "https://h/owner/~.git") +
+                       gitmodulesEntry("tools", "file://" + m_fixture->toolsURL()) +
+                       gitmodulesEntry("c", empty));
         m_fixture->cloneModule(m_fixture->langURL(), "lang");
         TestSupport::writeFile(workspace() + "/notes.txt", "mine\n");
         Harness h;
         h.perform(AppController::TagModules);
         AlertSheet *sheet = Harness::waitForSheet();
         QVERIFY(sheet);
-        QCOMPARE(sheet->informativeText(),
-                 QStringLiteral("Found submodule 'lang'\nHow to deal with it?"));
-        QCOMPARE(h.console(), ModuleChecks + refusal(empty, true));
+        QCOMPARE(h.console(), ModuleChecks + refusal(first, false));
         sheet->buttonFor(1001)->click(); // Replace
+        QCOMPARE(h.console(), moduleTranscript(workspace(), "lang"));
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
-        QCOMPARE(h.console(), moduleTranscript(workspace(), "lang") + "\nDone.\n");
-        QVERIFY(AlertSheet::openSheets().isEmpty());
-        for (const char *file : {"/notes.txt", "/.git/HEAD", "/lang/en.txt"})
+        QCOMPARE(h.console(),
+                 moduleTranscript(workspace(), "tools") + refusal(empty, true) + "\nDone.\n");
+        for (const char *file : {"/notes.txt", "/.git/HEAD", "/lang/en.txt", "/tools/tool.txt"})
             QVERIFY(QFileInfo::exists(workspace() + file));
+        QVERIFY(QDir(markerFolder()).isEmpty());
+        QVERIFY(h.isIdle() && AlertSheet::openSheets().isEmpty());
 
         // Even an answer that arrives for such a name leaves everything.
         const auto before = snapshot(workspace());
