@@ -102,15 +102,39 @@ private slots:
     void init()
     {
         store().persisted().removeDomain();
+        store().setObject(SettingsKeys::FirstLaunch, 0); // no sheet unless a test asks
         QFile::remove(m_statusbarMarker);
         QFile::remove(m_installerMarker);
     }
 
     void cleanup() { m_shell.reset(); }
 
-    // First, while there is no icon yet: the request outlives its closed window, unseen.
-    void closedAboutWindowStillGetsItsPopoverRequest()
+    // Parts that need no shell; first, as the closed About window must have no icon yet.
+    void beforeTheShellStarts()
     {
+        const QRect anchor(100, 100, 40, 20); // popovers keep a gap of 4
+        const QSize size(60, 30);
+        QCOMPARE(popoverGeometry(anchor, size, Popover::MinXEdge), QRect(36, 94, 60, 30));
+        QCOMPARE(popoverGeometry(anchor, size, Popover::MinYEdge), QRect(89, 124, 60, 30));
+        QCOMPARE(popoverGeometry(anchor, size, Popover::MaxXEdge), QRect(144, 94, 60, 30));
+        QCOMPARE(popoverGeometry(anchor, size, Popover::MaxYEdge), QRect(89, 66, 60, 30));
+        // What the find bar never passes: no needle, a selection past the end.
+        QCOMPARE(int(findInText("ab cab", "", 0, 0, false).start), -1);
+        QCOMPARE(int(findInText("ab cab", "AB", 40, 50, true).start), 4);
+        const auto notice = [](int tag, OperationEnd end) {
+            const OperationNotice n = operationNotice(tag, end);
+            return n.summary + " / " + n.body;
+        };
+        QCOMPARE(notice(AppController::TagCompile, OperationEnd::AllDone),
+                 "Compile ZELMOR / All done.");
+        QCOMPARE(notice(AppController::TagModules, OperationEnd::Done),
+                 "Get module initialized / Done.");
+        QCOMPARE(notice(AppController::TagClone, OperationEnd::TerminatedByUser),
+                 "Get a complete copy of source codes of ZELLMOR from GitHub / Task terminated "
+                 "by user.");
+        QCOMPARE(notice(0, OperationEnd::Done), "ZELMOR Helper / Done."); // no operation
+
+        // A popover request outlives its closed window, unseen.
         AboutController about;
         QSignalSpy shown(about.popoverMe(), &Popover::shown);
         about.showWindow(this);
@@ -176,8 +200,6 @@ private slots:
         QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
         QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
         const QString workspace = m_dir.path() + "/ZELMOR";
-        QCOMPARE(d->iniWorkSpaceText->text(), workspace);
-        QCOMPARE(d->iniOutputText->text(), "//ZELMOR/Output");
         QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
         QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
         QCOMPARE(store().stringValue(SettingsKeys::Workspace), workspace);
@@ -199,7 +221,7 @@ private slots:
     // Titles, finding in the console, then every menu's actions, on one main window.
     void mainWindowMenus()
     {
-        start(0); // no sheet; nothing is written but the bundle's place
+        start(); // no sheet; nothing is written but the bundle's place
         QVERIFY(!delegate()->firstLaunchWindow);
         QVERIFY(!store().persisted().value(SettingsKeys::Output).isValid());
         QCOMPARE(store().stringValue(SettingsKeys::AppLocation), m_bundle);
@@ -308,51 +330,11 @@ private slots:
         QVERIFY(!about->popoverMe()->isShown());
     }
 
-    // Popovers keep a gap of 4; the find bar never passes no needle or a selection past the end.
-    void geometryAndFindingOnTheirOwn()
-    {
-        const QRect anchor(100, 100, 40, 20);
-        const QSize size(60, 30);
-        QCOMPARE(popoverGeometry(anchor, size, Popover::MinXEdge), QRect(36, 94, 60, 30));
-        QCOMPARE(popoverGeometry(anchor, size, Popover::MinYEdge), QRect(89, 124, 60, 30));
-        QCOMPARE(popoverGeometry(anchor, size, Popover::MaxXEdge), QRect(144, 94, 60, 30));
-        QCOMPARE(popoverGeometry(anchor, size, Popover::MaxYEdge), QRect(89, 66, 60, 30));
-        QCOMPARE(int(findInText("ab cab", "", 0, 0, false).start), -1);
-        QCOMPARE(int(findInText("ab cab", "AB", 40, 50, true).start), 4);
-    }
-
-    // Only the text "1" asks the companion to quit (see the last test).
-    void quitSwitch()
-    {
-        ZELMORHelperAppDelegate::initialize(); // registers the text "0"
-        QCOMPARE(quitStatusbarAppIfAsked(m_statusbarId), CompanionQuit::NotAsked);
-        store().setObject(SettingsKeys::QuitStatusbarApp, 1);
-        QCOMPARE(quitStatusbarAppIfAsked(m_statusbarId), CompanionQuit::NotAsked);
-        store().setObject(SettingsKeys::QuitStatusbarApp, QStringLiteral("1"));
-        QCOMPARE(quitStatusbarAppIfAsked("org.zelmor.test.Nobody"), CompanionQuit::NotRunning);
-    }
-
-    void noticeNamesTheOperationAndHowItEnded()
-    {
-        const auto notice = [](int tag, OperationEnd end) {
-            const OperationNotice n = operationNotice(tag, end);
-            return n.summary + " / " + n.body;
-        };
-        QCOMPARE(notice(AppController::TagCompile, OperationEnd::AllDone),
-                 "Compile ZELMOR / All done.");
-        QCOMPARE(notice(AppController::TagModules, OperationEnd::Done),
-                 "Get module initialized / Done.");
-        QCOMPARE(notice(AppController::TagClone, OperationEnd::TerminatedByUser),
-                 "Get a complete copy of source codes of ZELLMOR from GitHub / Task terminated "
-                 "by user.");
-        QCOMPARE(notice(0, OperationEnd::Done), "ZELMOR Helper / Done."); // no operation
-    }
-
     // The desktop hears of an end only while the window is inactive; calls arrive
     // in order, so the second end's notice alone proves the first sent none.
     void operationsReachTheCompanionAndTheDesktop()
     {
-        start(0);
+        start();
         AppController *c = m_shell->controller();
         CompanionChannelServer companion(m_statusbarId);
         QVERIFY(companion.listen());
@@ -369,7 +351,6 @@ private slots:
                  CompanionChannel::statusMessage(operation, 50, 200, "1.5 MiB/s"));
         emit c->progressChanged();
         QVERIFY(status.wait(5000));
-        QCOMPARE(status.first().first().value<CompanionChannel::Status>().maximum, 200);
         // A switch of the pop-up alone (clone to module download moves no bar) is told too.
         c->selectItemWithTag(AppController::TagModules);
         QVERIFY(status.wait(5000));
@@ -402,11 +383,17 @@ private slots:
             10000);
     }
 
-    // Last, as it runs the application to its end, which asks the companion to quit.
+    // Last, as it runs the application to its end, which asks the companion to quit;
+    // only the text "1" asks that.
     void closingTheMainWindowEndsTheApplication()
     {
+        ZELMORHelperAppDelegate::initialize(); // registers the text "0"
+        QCOMPARE(quitStatusbarAppIfAsked(m_statusbarId), CompanionQuit::NotAsked);
+        store().setObject(SettingsKeys::QuitStatusbarApp, 1);
+        QCOMPARE(quitStatusbarAppIfAsked(m_statusbarId), CompanionQuit::NotAsked);
         store().setObject(SettingsKeys::QuitStatusbarApp, QStringLiteral("1"));
-        start(0);
+        QCOMPARE(quitStatusbarAppIfAsked("org.zelmor.test.Nobody"), CompanionQuit::NotRunning);
+        start();
         CompanionChannelServer companion(m_statusbarId);
         QVERIFY(companion.listen());
         QSignalSpy quit(&companion, &CompanionChannelServer::quitRequested);
@@ -418,11 +405,8 @@ private slots:
 
 private:
     static SettingsStore &store() { return SettingsStore::standard(); }
-    // firstLaunch < 0 leaves the setting as it is.
-    void start(int firstLaunch = -1)
+    void start()
     {
-        if (firstLaunch >= 0)
-            store().setObject(SettingsKeys::FirstLaunch, firstLaunch);
         m_shell = std::make_unique<ApplicationShell>();
         m_shell->start();
     }
