@@ -244,37 +244,34 @@ private slots:
     void toggleStoresWhatAClickStores_data()
     {
         QTest::addColumn<QString>("box");
-        QTest::newRow("default name") << "defaultToZELMORCheckbox";
-        QTest::newRow("log") << "enableLogCheckBox";
-        QTest::newRow("login agent") << "enableStartup";
-        QTest::newRow("quit companion") << "openquitWithHelperCheckBox";
+        for (const char *box : {"defaultToZELMORCheckbox", "enableLogCheckBox", "enableStartup",
+                                "openquitWithHelperCheckBox"})
+            QTest::newRow(box) << QString(box);
     }
     void toggleStoresWhatAClickStores()
     {
         QFETCH(QString, box);
         store().setObject(SettingsKeys::DefaultNameZELMOR, 0);
-        const QVariantMap before = store().persisted().values();
+        const std::pair before(store().persisted().values(), false);
         PrefsController prefs(nullptr);
         auto *check = prefs.window()->findChild<QCheckBox *>(box);
         QAccessibleActionInterface *actions = accessible(check)->actionInterface();
         const QString toggle = QAccessibleActionInterface::toggleAction();
         QVERIFY(actions && actions->actionNames().contains(toggle));
-        QList<QVariantMap> stored[2]; // by click, then by Toggle: on, then off again
-        QList<bool> agent[2];
+        // By click, then by Toggle: on, then off again; what is stored, and the login agent.
+        QList<std::pair<QVariantMap, bool>> seen[2];
         for (const int byToggle : {0, 1}) {
             for (int turn = 0; turn < 2; ++turn) {
                 if (byToggle)
                     actions->doAction(toggle);
                 else
                     check->click();
-                stored[byToggle] << store().persisted().values();
-                agent[byToggle] << LoginAgent::isInstalled();
+                seen[byToggle] << std::pair(store().persisted().values(),
+                                            LoginAgent::isInstalled());
             }
         }
-        QCOMPARE(stored[1], stored[0]);
-        QCOMPARE(agent[1], agent[0]);
-        // Something was stored or written: the comparison is not of nothing.
-        QVERIFY(stored[0].first() != before || agent[0].first());
+        QCOMPARE(seen[1], seen[0]);
+        QVERIFY(seen[0].first() != before); // the comparison is not of nothing
     }
 
     // "Missing" and anything else coloured stays readable on light and dark
@@ -282,24 +279,21 @@ private slots:
     // standard palette.
     void warningTextIsReadable_data()
     {
-        TestSupport::columns<QColor, QColor, QColor>({"window", "base", "text"});
-        QTest::newRow("light") << QColor(0xef, 0xef, 0xef) << QColor(Qt::white)
-                               << QColor(Qt::black);
-        QTest::newRow("dark") << QColor(0x2d, 0x2d, 0x2d) << QColor(0x1e, 0x1e, 0x1e)
-                              << QColor(0xee, 0xee, 0xee);
-        QTest::newRow("mid grey") << QColor(Qt::gray) << QColor(0x80, 0x80, 0x80)
-                                  << QColor(Qt::black);
+        TestSupport::columns<QRgb, QRgb, QRgb>({"window", "base", "text"});
+        QTest::newRow("light") << 0xefefefu << 0xffffffu << 0x000000u;
+        QTest::newRow("dark") << 0x2d2d2du << 0x1e1e1eu << 0xeeeeeeu;
+        QTest::newRow("mid grey") << 0xa0a0a4u << 0x808080u << 0x000000u;
     }
     void warningTextIsReadable()
     {
-        QFETCH(QColor, window);
-        QFETCH(QColor, base);
-        QFETCH(QColor, text);
-        QPalette palette(window);
-        palette.setColor(QPalette::Base, base);
-        palette.setColor(QPalette::Text, text);
+        QFETCH(QRgb, window);
+        QFETCH(QRgb, base);
+        QFETCH(QRgb, text);
+        QPalette palette{QColor(window)};
+        palette.setColor(QPalette::Base, QColor(base));
+        palette.setColor(QPalette::Text, QColor(text));
         const QColor warning = Contrast::warningText(palette);
-        QVERIFY(Contrast::ratio(warning, base) >= Contrast::MinimumTextRatio);
+        QVERIFY(Contrast::ratio(warning, QColor(base)) >= Contrast::MinimumTextRatio);
         QVERIFY(warning.red() > warning.green()); // still reads as a warning
         QVERIFY(qFuzzyCompare(Contrast::ratio(Qt::black, Qt::white), 21.0));
 
