@@ -344,8 +344,7 @@ private slots:
         guard.start(20000);
         QTimer::singleShot(0, sheet, [this, sheet] {
             QVERIFY(activate(sheet));
-            QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : sheet,
-                            Qt::Key_Q, Qt::ControlModifier);
+            QTest::keyClick(sheet, Qt::Key_Q, Qt::ControlModifier);
         });
         QCOMPARE(QApplication::exec(), 0);
         QCOMPARE(store().intValue(key), 1);
@@ -381,8 +380,7 @@ private:
                 ComponentChecks::Platform::Debian, m_emptyDir.path(), "/nonexistent/cmake");
             QSignalSpy checked(m_installer.get(), &InstallerWindow::checksFinished);
             m_installer->show();
-            return QTest::qWaitFor([&] { return !checked.isEmpty(); }, 20000) ? m_installer.get()
-                                                                              : nullptr;
+            return checked.wait(20000) ? m_installer.get() : nullptr;
         }
         const bool sheets =
             window == FirstLaunchSheet || window == WizardSheet || window == WizardHint;
