@@ -51,7 +51,6 @@ class TestCompanions : public QObject
         struct stat info = {};
         return ::lstat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_mode : 0;
     }
-    // Starts a built program and waits for it to end normally with 0.
     static void runToEnd(QProcess &process, const QStringList &arguments,
                          const QString &program = companionProgram())
     {
@@ -61,14 +60,6 @@ class TestCompanions : public QObject
         QCOMPARE(std::pair(process.exitStatus(), process.exitCode()),
                  std::pair(QProcess::NormalExit, 0));
     }
-    // Starts the built application and waits until it holds its place.
-    static void startMain(QProcess &process)
-    {
-        process.start(mainProgram(), {});
-        QVERIFY(process.waitForStarted());
-        QTRY_VERIFY_WITH_TIMEOUT(CompanionChannel::isRunning(mainIdentifier()), 20000);
-    }
-    // A program that prints text and exits with a code, as a tool would.
     static void fakeTool(const QString &path, const QByteArray &output, int exitCode = 0)
     {
         writeScript(path,
@@ -124,12 +115,11 @@ private slots:
         // The publisher is gone in the middle of an operation.
         QTRY_VERIFY(!status->isVisible());
         QCOMPARE(companion.toolTip(), name);
-        QCOMPARE(quits.count(), 0);
         // One instance per identifier, even within one process.
         QVERIFY(!StatusbarCompanion(id, {}, {false, true}).start());
         QCOMPARE(quit->text(), "Quit");
         quit->trigger();
-        QCOMPARE(quits.count(), 1);
+        QCOMPARE(quits.count(), 1); // and not when the publisher left
     }
 
     // Without a tray the built program says so in the user's language. With
@@ -154,7 +144,6 @@ private slots:
         const QString id = ZELMOR_STATUSBAR_BUNDLE_ID, socket = CompanionChannel::serverName(id);
         for (bool byQuit : {true, false}) {
             QProcess first;
-            QSignalSpy firstEnded(&first, &QProcess::finished);
             first.start(companionProgram(), {"--no-tray"});
             QTRY_VERIFY_WITH_TIMEOUT(CompanionChannel::isRunning(id), 10000);
             QCOMPARE(modeOf(socket) & (S_IFMT | 077), mode_t(S_IFSOCK));
@@ -163,13 +152,12 @@ private slots:
                 QProcess second;
                 runToEnd(second, {"--no-tray", "-runMode", "autoLaunched"});
                 QVERIFY(second.readAllStandardError().contains("already running"));
-                QVERIFY(first.state() == QProcess::Running && CompanionChannel::isRunning(id));
                 SettingsStore::standard().setObject(SettingsKeys::QuitStatusbarApp, QString("1"));
                 QCOMPARE(quitStatusbarAppIfAsked(id), CompanionQuit::Asked);
             } else {
                 ::kill(static_cast<pid_t>(first.processId()), SIGTERM);
             }
-            QTRY_COMPARE_WITH_TIMEOUT(firstEnded.count(), 1, 10000);
+            QVERIFY(first.waitForFinished(10000));
             QCOMPARE(std::pair(first.exitStatus(), first.exitCode()),
                      std::pair(QProcess::NormalExit, 0));
             QVERIFY(!QFileInfo::exists(socket) && !CompanionChannel::isRunning(id));
@@ -229,19 +217,21 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(activations.count(), 2, 20000);
         running.reset();
 
-        QProcess killed, next;
-        startMain(killed);
-        ::kill(static_cast<pid_t>(killed.processId()), SIGKILL);
-        QVERIFY(killed.waitForFinished(10000));
-        QVERIFY(QFileInfo::exists(socket) && QFileInfo::exists(lock));
-        startMain(next);
-        ::kill(static_cast<pid_t>(next.processId()), SIGTERM);
-        QVERIFY(next.waitForFinished(60000));
-        QCOMPARE(std::pair(next.exitStatus(), next.exitCode()), std::pair(QProcess::NormalExit, 0));
-        QVERIFY(!QFileInfo::exists(socket) && !QFileInfo::exists(lock));
+        // SIGTERM ends a run normally and removes both.
+        QProcess process;
+        for (const int signal : {SIGKILL, SIGTERM}) {
+            process.start(mainProgram(), {});
+            QTRY_VERIFY_WITH_TIMEOUT(CompanionChannel::isRunning(mainIdentifier()), 20000);
+            ::kill(static_cast<pid_t>(process.processId()), signal);
+            QVERIFY(process.waitForFinished(60000));
+            const bool left = signal == SIGKILL;
+            QCOMPARE(std::pair(QFileInfo::exists(socket), QFileInfo::exists(lock)),
+                     std::pair(left, left));
+        }
+        QCOMPARE(std::pair(process.exitStatus(), process.exitCode()),
+                 std::pair(QProcess::NormalExit, 0));
     }
 
-    // Version texts, and where the tools are looked for.
     void versionsAndSearchPaths()
     {
         QCOMPARE(ComponentChecks::parseVersion("\n  custom build  \nmore"),
