@@ -201,8 +201,8 @@ private slots:
         const QString socket = running->socketPath(), lock = running->lockPath();
         QSignalSpy activations(running.get(), &SingleInstance::activationRequested);
         running->start(); // takes its place at once, before the second start
-        QProcess second;
-        runToEnd(second, {}, mainProgram());
+        QProcess process;
+        runToEnd(process, {}, mainProgram());
         QCOMPARE(activations.count(), 1);
         StatusbarCompanion companion("org.zelmor.test.channels",
                                      mainBundleForCompanion(companionBundle()), {false, true});
@@ -213,15 +213,13 @@ private slots:
         running.reset();
 
         // SIGTERM ends a run normally and removes both.
-        QProcess process;
         for (const int signal : {SIGKILL, SIGTERM}) {
             process.start(mainProgram(), {});
             QTRY_VERIFY_WITH_TIMEOUT(CompanionChannel::isRunning(mainIdentifier()), 20000);
             ::kill(static_cast<pid_t>(process.processId()), signal);
             QVERIFY(process.waitForFinished(60000));
-            const bool left = signal == SIGKILL;
-            QCOMPARE(std::pair(QFileInfo::exists(socket), QFileInfo::exists(lock)),
-                     std::pair(left, left));
+            QCOMPARE(QFileInfo::exists(socket), signal == SIGKILL);
+            QCOMPARE(QFileInfo::exists(lock), signal == SIGKILL);
         }
         QVERIFY(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0);
     }
