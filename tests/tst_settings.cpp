@@ -4,8 +4,6 @@
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QRandomGenerator>
 
@@ -16,6 +14,7 @@
 
 #include <unistd.h>
 
+using namespace SettingsKeys;
 using namespace TestSupport;
 
 // The settings store and the bundle's `defaults` tool, and the file under
@@ -77,11 +76,13 @@ private slots:
     void init() { tool({"delete", ToolDomain}); }
 
     // A fresh user reads every default, all of them strings, in this order;
-    // none is written to disk. A stored value hides its default.
-    void defaultsAndStoredValues()
+    // none is written to disk. A stored value hides its default. The tool, as a
+    // user runs it from a shell, works beside the store: neither caches, so
+    // each reads what the other wrote or removed, types included.
+    void storeAndToolShareValues()
     {
-        using namespace SettingsKeys;
-        SettingsStore store(freshDomain());
+        const QString d = ToolDomain;
+        SettingsStore store(d);
         store.registerApplicationDefaults("/Apps/ZELMOR Helper.app");
         QStringList shown;
         for (const QString &key : store.registeredKeys()) {
@@ -110,7 +111,26 @@ private slots:
         QVERIFY(store.isEqualToString(QuitStatusbarApp, "1"));
         // Nothing non-finite reaches the file.
         store.setObject("k", std::nan(""));
-        QCOMPARE(store.persisted().state(), DefaultsDomain::State::Valid);
+        store.setObject(Workspace, QStringLiteral("/a b/c"));
+        QCOMPARE(tool({"write", d, "log", "-int", "1"}).code, 0);
+        QCOMPARE(tool({"write", d, "plain", "text \"quoted\""}).code, 0);
+        QCOMPARE(tool({"write", d, "s", "-string", "1"}).code, 0);
+        QCOMPARE(tool({"read", d}).out,
+                 QByteArray("{\n    \"Quit Statusbar App Main App quits\" = \"1\";\n"
+                            "    Workspace = \"/a b/c\";\n    k = 0;\n    log = 1;\n"
+                            "    plain = \"text \\\"quoted\\\"\";\n    s = \"1\";\n}\n"));
+        QCOMPARE(tool({"read-type", d, "k"}).out, QByteArray("Type is integer\n"));
+        QCOMPARE(tool({"read-type", d, "s"}).out, QByteArray("Type is string\n"));
+        QCOMPARE(store.objectForKey("s").typeId(), QMetaType::QString);
+        QCOMPARE(store.objectForKey(Log).typeId(), QMetaType::LongLong);
+
+        QCOMPARE(tool({"delete", d, Workspace}).code, 0);
+        QCOMPARE(tool({"read", d, Workspace}).code, 1);
+        QCOMPARE(store.stringValue(Workspace), QString("/Developer/ZELMOR"));
+        // "Reset All" removes the whole domain through the same command.
+        QCOMPARE(tool({"delete", d}).code, 0);
+        QCOMPARE(store.intValue(Log), 0);
+        QCOMPARE(store.persisted().state(), DefaultsDomain::State::Missing);
     }
 
     // Whatever the value, in memory or in the file, reading it as an integer
@@ -130,35 +150,6 @@ private slots:
     {
         QFETCH(QVariant, value);
         QTEST(intValueOf(value), "expected");
-    }
-
-    // The tool as a user runs it from a shell, beside the store: neither
-    // caches, so each reads what the other wrote or removed, types included.
-    void toolAndStoreShareValues()
-    {
-        const QString d = ToolDomain;
-        SettingsStore store(d);
-        store.registerApplicationDefaults("/b");
-        store.setObject("n", 1);
-        store.setObject(SettingsKeys::Workspace, QStringLiteral("/a b/c"));
-        QCOMPARE(tool({"write", d, "log", "-int", "1"}).code, 0);
-        QCOMPARE(tool({"write", d, "plain", "text \"quoted\""}).code, 0);
-        QCOMPARE(tool({"write", d, "s", "-string", "1"}).code, 0);
-        QCOMPARE(tool({"read", d}).out,
-                 QByteArray("{\n    Workspace = \"/a b/c\";\n    log = 1;\n    n = 1;\n"
-                            "    plain = \"text \\\"quoted\\\"\";\n    s = \"1\";\n}\n"));
-        QCOMPARE(tool({"read-type", d, "n"}).out, QByteArray("Type is integer\n"));
-        QCOMPARE(tool({"read-type", d, "s"}).out, QByteArray("Type is string\n"));
-        QCOMPARE(store.objectForKey("s").typeId(), QMetaType::QString);
-        QCOMPARE(store.objectForKey(SettingsKeys::Log).typeId(), QMetaType::LongLong);
-
-        QCOMPARE(tool({"delete", d, SettingsKeys::Workspace}).code, 0);
-        QCOMPARE(tool({"read", d, SettingsKeys::Workspace}).code, 1);
-        QCOMPARE(store.stringValue(SettingsKeys::Workspace), QString("/Developer/ZELMOR"));
-        // "Reset All" removes the whole domain through the same command.
-        QCOMPARE(tool({"delete", d}).code, 0);
-        QCOMPARE(store.intValue(SettingsKeys::Log), 0);
-        QCOMPARE(store.persisted().state(), DefaultsDomain::State::Missing);
     }
 
     void toolErrors_data()
@@ -270,8 +261,7 @@ private slots:
                 readFile(path);
             ::kill(static_cast<pid_t>(writer.processId()), SIGKILL);
             QVERIFY(writer.waitForFinished(10000));
-            const QJsonObject object = QJsonDocument::fromJson(readFile(path)).object();
-            QCOMPARE(object.value("pad").toString(), pad);
+            QCOMPARE(store.persisted().value("pad").toString(), pad);
             store.setObject("after", round);
             QCOMPARE(store.persisted().value("after").toInt(), round);
             QCOMPARE(besides(path), QStringList());
@@ -295,11 +285,10 @@ int childMain(int argc, char *argv[])
             store.setObject("counter", counter);
     }
     store.registerApplicationDefaults("/b");
-    std::printf("%s\n", qPrintable(store.stringValue(SettingsKeys::Workspace)));
-    store.setObject(SettingsKeys::Workspace, "/elsewhere");
-    store.setObject(SettingsKeys::Log, 1);
-    std::printf("%s\n%d\n", qPrintable(store.stringValue(SettingsKeys::Workspace)),
-                store.intValue(SettingsKeys::Log));
+    std::printf("%s\n", qPrintable(store.stringValue(Workspace)));
+    store.setObject(Workspace, "/elsewhere");
+    store.setObject(Log, 1);
+    std::printf("%s\n%d\n", qPrintable(store.stringValue(Workspace)), store.intValue(Log));
     return 0;
 }
 
