@@ -33,10 +33,9 @@ struct Outcome
 Outcome tool(const QStringList &arguments, const QString &program = defaultsTool())
 {
     QProcess process;
+    const QStringList asUser{"--inh-caps=-all", "--bounding-set=-dac_override,-dac_read_search"};
     if (::geteuid() == 0)
-        process.start("setpriv", QStringList{"--inh-caps=-all",
-                                             "--bounding-set=-dac_override,-dac_read_search", "--",
-                                             program} + arguments);
+        process.start("setpriv", asUser + QStringList{"--", program} + arguments);
     else
         process.start(program, arguments);
     if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
@@ -95,8 +94,7 @@ private slots:
         store.removeObject(Workspace);
         store.removeObject(Workspace);
         QCOMPARE(store.stringValue(Workspace), QString("/Developer/ZELMOR"));
-        // The number 1 reads as on for a check box but is not equal to "1",
-        // which is what the quit switch asks for.
+        // The quit switch asks for the text "1"; the number 1 is not equal to it.
         store.setObject(QuitStatusbarApp, 1);
         QVERIFY(!store.isEqualToString(QuitStatusbarApp, "1"));
         store.setObject(QuitStatusbarApp, QStringLiteral("1"));
@@ -114,7 +112,6 @@ private slots:
         QCOMPARE(tool({"read-type", d, "k"}).out, QByteArray("Type is integer\n"));
         QCOMPARE(tool({"read-type", d, "s"}).out, QByteArray("Type is string\n"));
         QCOMPARE(store.objectForKey(Log).typeId(), QMetaType::LongLong);
-
         QCOMPARE(tool({"delete", d, Workspace}).code, 0);
         QCOMPARE(tool({"read", d, Workspace}).code, 1);
         QCOMPARE(store.stringValue(Workspace), QString("/Developer/ZELMOR"));
@@ -217,11 +214,10 @@ private slots:
             QCOMPARE(readFile(path), content);
     }
 
-    // The application's store and the tool, as separate processes, each write
-    // their own key at the same moment, round after round; a large file makes
-    // each read-modify-write last long enough to overlap. Then a writer killed
-    // at a random moment leaves the old file or the new one, never a mix; its
-    // lock does not block the next writer, which removes its temporary file.
+    // The store and the tool, as separate processes, write their own key at the
+    // same moment; a large file makes each read-modify-write overlap. A writer
+    // killed at a random moment leaves the old file or the new one, never a mix;
+    // its lock does not block the next writer, which removes its temporary file.
     void writersLoseNothing()
     {
         const QString domain = "org.zelmor.writers";
@@ -237,7 +233,6 @@ private slots:
             QCOMPARE(QList({store.intValue("app"), store.intValue("tool")}),
                      QList({round, round}));
         }
-
         for (int round = 0; round < 20; ++round) {
             // What a writer killed between writing and renaming leaves.
             writeFile(path + ".Zq3xK" + QString::number(round % 10), "{ half");
@@ -258,8 +253,7 @@ private slots:
     }
 };
 
-// Child programs the tests start: one write of the application's store, a
-// writer that never stops, and a short session of the store.
+// Child programs the tests start: one write, a writer that never stops, a session.
 int childMain(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
