@@ -4,9 +4,6 @@
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 
-#include <QDeadlineTimer>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QRandomGenerator>
 
@@ -14,13 +11,11 @@
 #include <cmath>
 #include <csignal>
 #include <cstdio>
-
 #include <unistd.h>
 
+using namespace SettingsKeys;
 using namespace TestSupport;
 
-// The settings store and the bundle's `defaults` tool, and the file under
-// pressure: other writers, killed writers, files the store cannot use.
 namespace {
 
 const QString ToolDomain = QStringLiteral("org.zelmor.tooltest");
@@ -33,16 +28,14 @@ struct Outcome
     QByteArray out, err;
 };
 
-// asUser: as root, without the capabilities that override file modes, as an
-// ordinary user would run it.
-Outcome tool(const QStringList &arguments, bool asUser = false,
-             const QString &program = defaultsTool())
+// As root, without the capabilities that override file modes, as an ordinary
+// user would run it.
+Outcome tool(const QStringList &arguments, const QString &program = defaultsTool())
 {
     QProcess process;
-    if (asUser && ::geteuid() == 0)
-        process.start("setpriv", QStringList{"--inh-caps=-all",
-                                             "--bounding-set=-dac_override,-dac_read_search", "--",
-                                             program} + arguments);
+    const QStringList asUser{"--inh-caps=-all", "--bounding-set=-dac_override,-dac_read_search"};
+    if (::geteuid() == 0)
+        process.start("setpriv", asUser + QStringList{"--", program} + arguments);
     else
         process.start(program, arguments);
     if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
@@ -58,7 +51,6 @@ QStringList besides(const QString &path)
     return info.absoluteDir().entryList({info.fileName() + ".*"}, QDir::Files | QDir::Hidden);
 }
 
-// A value as the store reads it from its file.
 QVariant stored(const QByteArray &json)
 {
     QVariantMap values;
@@ -72,19 +64,17 @@ class TestSettings : public QObject
 {
     Q_OBJECT
 
-    // A fresh domain per test, so tests never see each other's values.
-    QString freshDomain() { return QStringLiteral("org.zelmor.test.%1").arg(++m_counter); }
-    int m_counter = 0;
-
 private slots:
     void init() { tool({"delete", ToolDomain}); }
 
     // A fresh user reads every default, all of them strings, in this order;
-    // none is written to disk. A stored value hides its default.
-    void defaultsAndStoredValues()
+    // none is written to disk. A stored value hides its default. The tool, as a
+    // user runs it from a shell, works beside the store: neither caches, so
+    // each reads what the other wrote or removed, types included.
+    void storeAndToolShareValues()
     {
-        using namespace SettingsKeys;
-        SettingsStore store(freshDomain());
+        const QString d = ToolDomain;
+        SettingsStore store(d);
         store.registerApplicationDefaults("/Apps/ZELMOR Helper.app");
         QStringList shown;
         for (const QString &key : store.registeredKeys()) {
@@ -98,25 +88,37 @@ private slots:
                                      AppLocation + "=/Apps/ZELMOR Helper.app"}));
         QCOMPARE(store.persisted().state(), DefaultsDomain::State::Missing);
 
-        store.setObject(DefaultNameZELMOR, 0);
-        QCOMPARE(store.intValue(DefaultNameZELMOR), 0);
         store.setObject(Workspace, QString());
         QCOMPARE(store.stringValue(Workspace), QString());
         // Removing it brings the default back; removing it again is silent.
         store.removeObject(Workspace);
         store.removeObject(Workspace);
         QCOMPARE(store.stringValue(Workspace), QString("/Developer/ZELMOR"));
-        // The number 1 reads as on for a check box but is not equal to "1",
-        // which is what the quit switch asks for.
+        // The quit switch asks for the text "1"; the number 1 is not equal to it.
         store.setObject(QuitStatusbarApp, 1);
-        QCOMPARE(store.intValue(QuitStatusbarApp), 1);
         QVERIFY(!store.isEqualToString(QuitStatusbarApp, "1"));
         store.setObject(QuitStatusbarApp, QStringLiteral("1"));
         QVERIFY(store.isEqualToString(QuitStatusbarApp, "1"));
         // Nothing non-finite reaches the file.
         store.setObject("k", std::nan(""));
-        QCOMPARE(store.persisted().state(), DefaultsDomain::State::Valid);
-        QCOMPARE(store.intValue("k"), 0);
+        store.setObject(Workspace, QStringLiteral("/a b/c"));
+        QCOMPARE(tool({"write", d, "log", "-int", "1"}).code, 0);
+        QCOMPARE(tool({"write", d, "plain", "text \"quoted\""}).code, 0);
+        QCOMPARE(tool({"write", d, "s", "-string", "1"}).code, 0);
+        QCOMPARE(tool({"read", d}).out,
+                 QByteArray("{\n    \"Quit Statusbar App Main App quits\" = \"1\";\n"
+                            "    Workspace = \"/a b/c\";\n    k = 0;\n    log = 1;\n"
+                            "    plain = \"text \\\"quoted\\\"\";\n    s = \"1\";\n}\n"));
+        QCOMPARE(tool({"read-type", d, "k"}).out, QByteArray("Type is integer\n"));
+        QCOMPARE(tool({"read-type", d, "s"}).out, QByteArray("Type is string\n"));
+        QCOMPARE(store.objectForKey(Log).typeId(), QMetaType::LongLong);
+        QCOMPARE(tool({"delete", d, Workspace}).code, 0);
+        QCOMPARE(tool({"read", d, Workspace}).code, 1);
+        QCOMPARE(store.stringValue(Workspace), QString("/Developer/ZELMOR"));
+        // "Reset All" removes the whole domain through the same command.
+        QCOMPARE(tool({"delete", d}).code, 0);
+        QCOMPARE(store.intValue(Log), 0);
+        QCOMPARE(store.persisted().state(), DefaultsDomain::State::Missing);
     }
 
     // Whatever the value, in memory or in the file, reading it as an integer
@@ -125,52 +127,17 @@ private slots:
     {
         columns<QVariant, int>({"value", "expected"});
         QTest::newRow("blanks, sign, text") << QVariant("  \t-42abc") << -42;
-        QTest::newRow("digits after text") << QVariant("a1") << 0;
         QTest::newRow("too small") << QVariant("-99999999999") << INT_MIN;
         QTest::newRow("large number") << QVariant::fromValue<qlonglong>(1LL << 40) << INT_MAX;
         QTest::newRow("NaN") << QVariant(std::nan("")) << 0;
-        QTest::newRow("float minus infinity") << QVariant(-INFINITY) << INT_MIN;
         QTest::newRow("stored huge") << stored("1e308") << INT_MAX;
-        QTest::newRow("stored fraction") << stored("-2.75") << -2;
         QTest::newRow("stored true") << stored("true") << 1;
         QTest::newRow("stored array") << stored("[1]") << 0;
-        QTest::newRow("stored digits") << stored("\"  99999999999999999999\"") << INT_MAX;
     }
     void intValueRules()
     {
         QFETCH(QVariant, value);
         QTEST(intValueOf(value), "expected");
-    }
-
-    // The tool as a user runs it from a shell, beside the store: neither
-    // caches, so each reads what the other wrote or removed, types included.
-    void toolAndStoreShareValues()
-    {
-        const QString d = ToolDomain;
-        SettingsStore store(d);
-        store.registerApplicationDefaults("/b");
-        store.setObject("n", 1);
-        store.setObject(SettingsKeys::Workspace, QStringLiteral("/a b/c"));
-        QCOMPARE(tool({"write", d, "log", "-int", "1"}).code, 0);
-        QCOMPARE(tool({"write", d, "plain", "text \"quoted\""}).code, 0);
-        QCOMPARE(tool({"write", d, "s", "-string", "1"}).code, 0);
-        QCOMPARE(tool({"read", d, "plain"}).out, QByteArray("\"text \\\"quoted\\\"\"\n"));
-        QCOMPARE(tool({"read", d}).out,
-                 QByteArray("{\n    Workspace = \"/a b/c\";\n    log = 1;\n    n = 1;\n"
-                            "    plain = \"text \\\"quoted\\\"\";\n    s = \"1\";\n}\n"));
-        QCOMPARE(tool({"read-type", d, "n"}).out, QByteArray("Type is integer\n"));
-        QCOMPARE(tool({"read-type", d, "s"}).out, QByteArray("Type is string\n"));
-        QCOMPARE(store.objectForKey("s").typeId(), QMetaType::QString);
-        QCOMPARE(store.objectForKey(SettingsKeys::Log).typeId(), QMetaType::LongLong);
-
-        QCOMPARE(tool({"delete", d, SettingsKeys::Workspace}).code, 0);
-        QCOMPARE(tool({"read", d, SettingsKeys::Workspace}).code, 1);
-        QCOMPARE(store.stringValue(SettingsKeys::Workspace), QString("/Developer/ZELMOR"));
-        QCOMPARE(store.intValue(SettingsKeys::Log), 1);
-        // "Reset All" removes the whole domain through the same command.
-        QCOMPARE(tool({"delete", d}).code, 0);
-        QCOMPARE(store.intValue(SettingsKeys::Log), 0);
-        QCOMPARE(store.persisted().state(), DefaultsDomain::State::Missing);
     }
 
     void toolErrors_data()
@@ -206,56 +173,53 @@ private slots:
     // one too large or not readable is left exactly as it is, writes refused.
     void unusableFileIsNeverLost_data()
     {
-        columns<QByteArray, QByteArray, QByteArray>({"content", "session", "problem"});
+        columns<QByteArray, QByteArray, QByteArray>({"content", "problem", "session"});
         const QByteArray mine = "{ \"Workspace\": \"/mine\" }";
         const QByteArray refused = "/Developer/ZELMOR\n/Developer/ZELMOR\n0\n";
-        QTest::newRow("damaged") << QByteArray("{ \"Workspace\": \"/half")
-                                 << QByteArray("/Developer/ZELMOR\n/elsewhere\n1\n")
-                                 << QByteArray("cannot be read");
-        QTest::newRow("too large") << mine + QByteArray(SettingsFile::MaxBytes, ' ') << refused
-                                   << QByteArray("is larger than 1048576 bytes");
-        QTest::newRow("not readable") << mine << refused << QByteArray("cannot be opened");
+        QTest::newRow("damaged") << mine.chopped(3) << QByteArray("cannot be read")
+                                 << QByteArray("/Developer/ZELMOR\n/elsewhere\n1\n");
+        QTest::newRow("too large") << mine + QByteArray(SettingsFile::MaxBytes, ' ')
+                                   << QByteArray("is larger than 1048576 bytes") << refused;
+        QTest::newRow("not readable") << mine << QByteArray("cannot be opened") << refused;
     }
     void unusableFileIsNeverLost()
     {
         QFETCH(QByteArray, content);
         QFETCH(QByteArray, problem);
         const QByteArray kind = QTest::currentDataTag();
-        const QString domain = freshDomain(), path = DefaultsDomain::filePathForDomain(domain);
+        const QString domain = QString(kind), path = DefaultsDomain::filePathForDomain(domain);
         writeFile(path, content);
         if (kind == "not readable")
             QVERIFY(QFile::setPermissions(path, {}));
-        const Outcome read = tool({"read", domain}, true);
+        const Outcome read = tool({"read", domain});
         QVERIFY2(read.code == 1 && read.err.contains(problem), read.err.constData());
         // The store answers with the defaults, before and after a write.
         const Outcome session =
-            tool({"--session", domain}, true, QCoreApplication::applicationFilePath());
+            tool({"--session", domain}, QCoreApplication::applicationFilePath());
         QTEST(session.out, "session");
         QVERIFY2(session.err.count("Helper: settings file") == 1 && session.err.contains(problem),
                  session.err.constData());
         for (int i = 0; i < 2; ++i) {
             writeFile(path, content);
-            QCOMPARE(tool({"write", domain, "k", "-int", "2"}, true).code, int(kind != "damaged"));
+            QCOMPARE(tool({"write", domain, "k", "-int", "2"}).code, int(kind != "damaged"));
         }
         QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
-        QByteArrayList kept;
         for (const QString &name : besides(path))
-            kept << readFile(QFileInfo(path).absolutePath() + "/" + name);
-        QCOMPARE(kept, QByteArrayList(kind == "damaged" ? 3 : 0, content));
+            QCOMPARE(readFile(QFileInfo(path).absolutePath() + "/" + name), content);
+        QCOMPARE(besides(path).size(), kind == "damaged" ? 3 : 0);
         if (kind == "damaged")
             QCOMPARE(tool({"read", domain, "k"}).out, QByteArray("2\n"));
         else
             QCOMPARE(readFile(path), content);
     }
 
-    // The application's store and the tool, as separate processes, each write
-    // their own key at the same moment, round after round; a large file makes
-    // each read-modify-write last long enough to overlap. Then a writer killed
-    // at a random moment leaves the old file or the new one, never a mix; its
-    // lock does not block the next writer, which removes its temporary file.
+    // The store and the tool, as separate processes, write their own key at the
+    // same moment; a large file makes each read-modify-write overlap. A writer
+    // killed at a random moment leaves the old file or the new one, never a mix;
+    // its lock does not block the next writer, which removes its temporary file.
     void writersLoseNothing()
     {
-        const QString domain = freshDomain();
+        const QString domain = "org.zelmor.writers";
         SettingsStore store(domain);
         const QString pad(300000, QLatin1Char('p')), path = store.persisted().filePath();
         store.setObject("pad", pad);
@@ -265,14 +229,9 @@ private slots:
             application.start(QCoreApplication::applicationFilePath(), {"--set", domain, "app", n});
             defaults.start(defaultsTool(), {"write", domain, "tool", "-int", n});
             QVERIFY(application.waitForFinished(180000) && defaults.waitForFinished(180000));
-            QVERIFY2(application.exitCode() == 0 && defaults.exitCode() == 0,
-                     defaults.readAllStandardError().constData());
-            const QVariantMap values = store.persisted().values();
-            QCOMPARE(values.value("app").toInt(), round);
-            QCOMPARE(values.value("tool").toInt(), round);
+            QCOMPARE(QList({store.intValue("app"), store.intValue("tool")}),
+                     QList({round, round}));
         }
-        QCOMPARE(besides(path), QStringList());
-
         for (int round = 0; round < 20; ++round) {
             // What a writer killed between writing and renaming leaves.
             writeFile(path + ".Zq3xK" + QString::number(round % 10), "{ half");
@@ -285,9 +244,7 @@ private slots:
                 readFile(path);
             ::kill(static_cast<pid_t>(writer.processId()), SIGKILL);
             QVERIFY(writer.waitForFinished(10000));
-            const QJsonObject object = QJsonDocument::fromJson(readFile(path)).object();
-            QCOMPARE(object.value("pad").toString(), pad);
-            QVERIFY(object.value("counter").isDouble());
+            QCOMPARE(store.persisted().value("pad").toString(), pad);
             store.setObject("after", round);
             QCOMPARE(store.persisted().value("after").toInt(), round);
             QCOMPARE(besides(path), QStringList());
@@ -295,8 +252,7 @@ private slots:
     }
 };
 
-// Child programs the tests start: one write of the application's store, a
-// writer that never stops, and a short session of the store.
+// Child programs the tests start: one write, a writer that never stops, a session.
 int childMain(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
@@ -306,16 +262,14 @@ int childMain(int argc, char *argv[])
         store.setObject(arguments.value(3), arguments.value(4).toLongLong());
         return 0;
     }
-    if (arguments.at(1) == "--writer") {
+    if (arguments.at(1) == "--writer")
         for (qlonglong counter = 0;; ++counter)
             store.setObject("counter", counter);
-    }
     store.registerApplicationDefaults("/b");
-    std::printf("%s\n", qPrintable(store.stringValue(SettingsKeys::Workspace)));
-    store.setObject(SettingsKeys::Workspace, "/elsewhere");
-    store.setObject(SettingsKeys::Log, 1);
-    std::printf("%s\n%d\n", qPrintable(store.stringValue(SettingsKeys::Workspace)),
-                store.intValue(SettingsKeys::Log));
+    std::printf("%s\n", qPrintable(store.stringValue(Workspace)));
+    store.setObject(Workspace, "/elsewhere");
+    store.setObject(Log, 1);
+    std::printf("%s\n%d\n", qPrintable(store.stringValue(Workspace)), store.intValue(Log));
     return 0;
 }
 
