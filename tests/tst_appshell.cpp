@@ -108,7 +108,7 @@ private slots:
 
     void cleanup() { m_shell.reset(); }
 
-    // Parts that need no shell; first, as the closed About window must have no icon yet.
+    // What needs no shell; first, as the closed About window must have no icon yet.
     void beforeTheShellStarts()
     {
         const QRect anchor(100, 100, 40, 20); // popovers keep a gap of 4

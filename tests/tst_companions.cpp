@@ -236,6 +236,8 @@ private slots:
         QTest::newRow("debian, cmake expected in /usr/local/bin")
             << Platform::Debian << ComponentList{C::CMake} << local
             << QStringList{"sudo apt-get install cmake", "sudo ln -sf /usr/bin/cmake " + local};
+        QTest::newRow("macos, sdl only") << Platform::MacOS << ComponentList{C::Sdl2} << local
+                                         << QStringList{"brew install sdl2"};
         QTest::newRow("macos, everything")
             << Platform::MacOS << ComponentList{C::Homebrew,  C::Git,         C::CMake, C::Make,
                                                 C::CCompiler, C::CxxCompiler, C::Sdl2}
