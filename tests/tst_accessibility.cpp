@@ -9,7 +9,6 @@
 #include "platform/Bundle.h"
 #include "platform/Contrast.h"
 #include "platform/Mnemonics.h"
-#include "settings/LoginAgent.h"
 #include "settings/PrefsController.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
@@ -21,7 +20,6 @@
 #include "workflow/MainWindow.h"
 
 #include <QAccessible>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -236,41 +234,6 @@ private slots:
             QTest::keyClick(w, Qt::Key_Escape);
             QVERIFY(!w->isVisible());
         }
-    }
-
-    // An accessibility Toggle stores what a click stores, check box by check
-    // box, both ways.
-    void toggleStoresWhatAClickStores_data()
-    {
-        QTest::addColumn<QString>("box");
-        for (const char *box : {"defaultToZELMORCheckbox", "enableLogCheckBox", "enableStartup",
-                                "openquitWithHelperCheckBox"})
-            QTest::newRow(box) << QString(box);
-    }
-    void toggleStoresWhatAClickStores()
-    {
-        QFETCH(QString, box);
-        store().setObject(SettingsKeys::DefaultNameZELMOR, 0);
-        const std::pair before(store().persisted().values(), false);
-        PrefsController prefs(nullptr);
-        auto *check = prefs.window()->findChild<QCheckBox *>(box);
-        QAccessibleActionInterface *actions = accessible(check)->actionInterface();
-        const QString toggle = QAccessibleActionInterface::toggleAction();
-        QVERIFY(actions && actions->actionNames().contains(toggle));
-        // By click, then by Toggle: on, then off again; what is stored, and the login agent.
-        QList<std::pair<QVariantMap, bool>> seen[2];
-        for (const int byToggle : {0, 1}) {
-            for (int turn = 0; turn < 2; ++turn) {
-                if (byToggle)
-                    actions->doAction(toggle);
-                else
-                    check->click();
-                seen[byToggle] << std::pair(store().persisted().values(),
-                                            LoginAgent::isInstalled());
-            }
-        }
-        QCOMPARE(seen[1], seen[0]);
-        QVERIFY(seen[0].first() != before); // the comparison is not of nothing
     }
 
     // "Missing" and anything else coloured stays readable on light and dark

@@ -10,6 +10,7 @@
 #include "widgets/FolderChoice.h"
 #include "widgets/Popover.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QLabel>
@@ -25,6 +26,15 @@ namespace {
 SettingsStore &store()
 {
     return SettingsStore::standard();
+}
+
+// What a screen reader's or voice control's Toggle does: the box changes
+// without a click.
+void toggle(QAbstractButton *box)
+{
+    auto *actions = QAccessible::queryAccessibleInterface(box)->actionInterface();
+    QVERIFY(actions && actions->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+    actions->doAction(QAccessibleActionInterface::toggleAction());
 }
 
 void storeAll(const QVariantMap &values)
@@ -95,11 +105,12 @@ private slots:
         QVERIFY(!prefs.pathsView->isVisible() && prefs.switchView->isVisible());
 
         // The quit switch and Reset Warnings store strings, compared with "1".
+        // A Toggle stores what a click stores, here and for every switch below.
         prefs.enableLogCheckBox->click();
         QCOMPARE(store().objectForKey(SettingsKeys::Log), QVariant(1));
         prefs.openquitWithHelperCheckBox->click();
         QCOMPARE(store().objectForKey(SettingsKeys::QuitStatusbarApp), QVariant(QString("1")));
-        prefs.openquitWithHelperCheckBox->click();
+        toggle(prefs.openquitWithHelperCheckBox);
         QCOMPARE(store().objectForKey(SettingsKeys::QuitStatusbarApp), QVariant(QString("0")));
         store().setObject(SettingsKeys::FirstLaunch, 0);
         prefs.switchResetWarnings->click();
@@ -110,6 +121,8 @@ private slots:
         QVERIFY(!later.defaultToZELMORCheckbox->isChecked() && !later.outputText->isReadOnly());
         QVERIFY(later.enableLogCheckBox->isChecked());
         QVERIFY(later.openquitWithHelperCheckBox->isChecked());
+        toggle(later.enableLogCheckBox);
+        QCOMPARE(store().objectForKey(SettingsKeys::Log), QVariant(0));
 
         // Every edit stores the whole text, an emptied field included.
         for (QLineEdit *field : {later.rootText, later.outputText}) {
@@ -140,7 +153,10 @@ private slots:
         PrefsController prefs(nullptr);
         // On, off and on again: the second turn finds the names and adds nothing.
         for (const bool on : {true, false, true}) {
-            prefs.defaultToZELMORCheckbox->click();
+            if (on)
+                prefs.defaultToZELMORCheckbox->click();
+            else
+                toggle(prefs.defaultToZELMORCheckbox);
             QCOMPARE(store().objectForKey(SettingsKeys::DefaultNameZELMOR), QVariant(on ? 1 : 0));
             QCOMPARE(prefs.rootText->isReadOnly(), on);
             QTEST(store().stringValue(SettingsKeys::Workspace), "newRoot");
@@ -259,7 +275,7 @@ private slots:
             int exitCode = -1;
             QCOMPARE(run("desktop-file-validate", {m_agent}, {}, &exitCode), QByteArray());
             QCOMPARE(exitCode, 0);
-            prefs.enableStartup->click();
+            toggle(prefs.enableStartup);
             QVERIFY(!QFileInfo::exists(m_agent));
             LoginAgent::uninstall(); // a second time: silent, and the folder stays
             QVERIFY(QFileInfo(m_autostart).isDir());

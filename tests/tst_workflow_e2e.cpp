@@ -238,19 +238,6 @@ private slots:
                  pristine + "\n" + TestSupport::readFile(ws + "/.gitmodules"));
     }
 
-    // A module operation with no modules listed ends without asking.
-    void modulesWithoutQuestions()
-    {
-        resetWorkspace();
-        QVERIFY(QFile::remove(workspace() + "/.gitmodules"));
-        Harness h;
-        h.perform(AppController::TagModules);
-        QCOMPARE(h.console(), ModuleChecks + "\nDone.\n");
-        QVERIFY(h.isIdle() && !h.controller.unixTask);
-        QCOMPARE(TestSupport::readFile(workspace() + "/.git/config"), // nothing to append
-                 TestSupport::readFile(workspace() + "/.git/config.origin") + "\n(null)");
-    }
-
     void stopDuringClone_data()
     {
         QTest::addColumn<int>("tag");
@@ -455,7 +442,8 @@ private slots:
         AlertSheet::openSheets().constLast()->endSheet();
     }
 
-    // The update counts a refused entry as a module that is not there.
+    // The update counts a refused entry as a module that is not there. With
+    // no modules listed, the module operation ends without asking.
     void updateTreatsRefusedEntryAsMissing()
     {
         const QString url = QStringLiteral("x;touch${IFS}") + markerFolder() + "/update";
@@ -467,6 +455,13 @@ private slots:
         QCOMPARE(h.console(), "\nChecking files...\n" + refusal(url, false));
         QVERIFY(h.isIdle() && !h.controller.unixTask);
         QVERIFY(QDir(markerFolder()).isEmpty());
+
+        QVERIFY(QFile::remove(workspace() + "/.gitmodules"));
+        h.perform(AppController::TagModules);
+        QCOMPARE(h.console(), ModuleChecks + "\nDone.\n");
+        QVERIFY(h.isIdle() && !h.controller.unixTask);
+        QCOMPARE(TestSupport::readFile(workspace() + "/.git/config"), // nothing to append
+                 TestSupport::readFile(workspace() + "/.git/config.origin") + "\n(null)");
     }
 };
 

@@ -4,6 +4,7 @@
 #include "workflow/AppController.h"
 
 #include <QDirIterator>
+#include <QRegularExpression>
 
 using TestSupport::writeFile;
 
@@ -89,6 +90,29 @@ private slots:
                               "\nChecking for update of submodules...\nDone.\n \nAll done.\n");
         QVERIFY(QFile::exists(ws + "/NEWS.txt") && QFile::exists(ws + "/lang/fr.txt"));
         QVERIFY(h.isIdle() && c.now == 1);
+
+        // With the log on, git's progress reads as in a terminal: each phase
+        // once, with its final figures, though with this many new objects
+        // git redraws each phase many times over.
+        for (int i = 0; i < 300; ++i)
+            writeFile(fixture.root() + QStringLiteral("/zelmor.work/notes/%1").arg(i),
+                      QByteArray::number(i).repeated(40 + i));
+        fixture.pushCommit("main", "notes/last", "last\n");
+        SettingsStore::standard().setObject(SettingsKeys::Log, 1);
+        h.perform(AppController::TagUpdate);
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nAll done.\n"), Patience);
+        SettingsStore::standard().setObject(SettingsKeys::Log, 0);
+        const QString log = h.console();
+        QVERIFY(!log.contains(u'\r'));
+        int phases = 0;
+        for (const QString phase : {"Counting objects", "Compressing objects", "Receiving objects",
+                                    "Unpacking objects", "Resolving deltas"}) {
+            const qsizetype shown = log.count(phase);
+            const QRegularExpression done(phase + ":\\s+100% \\((\\d+)/\\1\\)");
+            QVERIFY2(shown <= 1 && (!shown || log.contains(done)), qPrintable(log));
+            phases += int(shown);
+        }
+        QVERIFY2(phases >= 2, qPrintable(log));
 
         const QString homeLang = TestSupport::homeDir() + "/lang";
         QVERIFY(QDir(ws + "/android/assets").removeRecursively());

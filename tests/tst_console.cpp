@@ -3,11 +3,20 @@
 #include "widgets/ConsoleView.h"
 #include "widgets/TerminalText.h"
 
+#include <QScrollBar>
 #include <QTextBlock>
 
-// What raw tool output leaves on the console: the terminal's line discipline
-// on its own, and the console fed with it.
-class TerminalTextTest : public QObject
+static QString numberedLines(int from, int to)
+{
+    QString text;
+    for (int i = from; i < to; ++i)
+        text += QStringLiteral("line %1\n").arg(i);
+    return text;
+}
+
+// The console: the terminal's line discipline on its own, and the view fed
+// with raw tool output and with the application's own messages.
+class ConsoleTest : public QObject
 {
     Q_OBJECT
 
@@ -57,24 +66,69 @@ private slots:
     }
 
     // The console shows raw output through the discipline and draws the
-    // line being written in place; its own messages follow that line.
+    // line being written in place; its own messages follow that line. In
+    // those, a carriage return starts a line and "\r\n" is one break, even
+    // when cut between two texts; a new text replaces what is still queued.
     void consoleShowsToolOutputInPlace()
     {
         ConsoleView view;
-        view.setString("\nHead...\n");
+        view.insertText("old");
+        view.setString("\nHead...\r");
+        view.insertText("\n");
         view.insertToolOutput("Receiving:  10%\r");
         view.insertToolOutput("Receiving:  20%\r\x1b[32mReceiving: 100%, done.\x1b[m\n"
                               "Resolving: 1");
         view.insertToolOutput("0%\r");
         const QString shown = "\nHead...\nReceiving: 100%, done.\nResolving: 10%";
         QCOMPARE(view.string(), shown);
-        view.insertText("\nDone.\n");
+        view.insertText("\nx");
+        view.insertText("\r");
+        view.insertText("\ny\r\nDone.\r");
         view.insertToolOutput("\rnext");
-        QCOMPARE(view.string(), shown + "\nDone.\nnext");
+        QCOMPARE(view.string(), shown + "\nx\ny\nDone.\nnext");
         // The finished line keeps its colour.
         QTextCursor green(view.document()->findBlockByNumber(2));
         green.movePosition(QTextCursor::NextCharacter);
         QCOMPARE(green.charFormat().foreground().style(), Qt::SolidPattern);
+    }
+
+    void insertsAtTheCaretWithinTheScrollback()
+    {
+        ConsoleView view;
+        view.resize(300, 200);
+        view.show();
+        view.setString("hello world");
+        view.insertText("!");
+        // Gathered first, then shown by its own timer.
+        QVERIFY(view.hasPending());
+        QTRY_COMPARE(view.toPlainText(), QStringLiteral("hello world!"));
+
+        // Text goes where the user put the caret; a selection is not replaced.
+        QTextCursor cursor = view.textCursor();
+        cursor.setPosition(0);
+        cursor.setPosition(5, QTextCursor::KeepAnchor);
+        view.setTextCursor(cursor);
+        view.insertText(",");
+        view.insertText(" my");
+        QCOMPARE(view.string(), QStringLiteral("hello, my world!"));
+
+        // The oldest lines go, the caret's with them, and text goes to the end again.
+        const int total = ConsoleView::ScrollbackLines + 25;
+        view.insertText("\n" + numberedLines(0, total));
+        view.insertText("tail");
+        const QString text = view.string();
+        QCOMPARE(view.document()->blockCount(), ConsoleView::ScrollbackLines);
+        // 25 lines and the first one too many.
+        QVERIFY(text.startsWith("line 26\n"));
+        QVERIFY(text.endsWith(QStringLiteral("line %1\ntail").arg(total - 1)));
+
+        // The view follows new text only while it is scrolled to the bottom.
+        QScrollBar *bar = view.verticalScrollBar();
+        QCOMPARE(bar->value(), bar->maximum());
+        bar->setValue(10);
+        view.insertText(numberedLines(0, 100));
+        view.flushPending();
+        QCOMPARE(bar->value(), 10);
     }
 
     void twoMegabyteLineIsAbsorbed()
@@ -96,5 +150,5 @@ private slots:
     }
 };
 
-ZELMOR_TEST_MAIN(TerminalTextTest)
-#include "tst_terminal_text.moc"
+ZELMOR_TEST_MAIN(ConsoleTest)
+#include "tst_console.moc"
