@@ -233,8 +233,6 @@ private slots:
                      QList({round, round}));
         }
         for (int round = 0; round < 20; ++round) {
-            // What a writer killed between writing and renaming leaves.
-            writeFile(path + ".Zq3xK" + QString::number(round % 10), "{ half");
             QProcess writer;
             writer.start(QCoreApplication::applicationFilePath(), {"--writer", domain});
             const QByteArray before = readFile(path);
@@ -244,6 +242,9 @@ private slots:
                 readFile(path);
             ::kill(static_cast<pid_t>(writer.processId()), SIGKILL);
             QVERIFY(writer.waitForFinished(10000));
+            // What a writer killed between writing and renaming leaves, if
+            // this one did not.
+            writeFile(path + ".Zq3xK" + QString::number(round % 10), "{ half");
             QCOMPARE(store.persisted().value("pad").toString(), pad);
             store.setObject("after", round);
             QCOMPARE(store.persisted().value("after").toInt(), round);

@@ -59,8 +59,11 @@ def covered_lines():
     return lines
 
 
-programs = sorted(p for p in glob.glob(os.path.join(build, 'tests', 'tst_*'))
-                  if os.path.isfile(p) and os.access(p, os.X_OK))
+# The programs CTest runs, not every tst_* in the build folder: a test that
+# was renamed or removed leaves its old program behind.
+registered = subprocess.run(['ctest', '-N'], cwd=build, capture_output=True, text=True).stdout
+programs = [os.path.join(build, 'tests', name)
+            for name in sorted(set(re.findall(r'Test +#\d+: (tst_\w+)', registered)))]
 results = {}
 for program in programs:
     name = os.path.basename(program)
