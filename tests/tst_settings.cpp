@@ -234,7 +234,10 @@ private slots:
         }
         for (int round = 0; round < 20; ++round) {
             QProcess writer;
-            writer.start(QCoreApplication::applicationFilePath(), {"--writer", domain});
+            // Each writer counts from a start of its own, so the file never
+            // comes back to what it held before this one began.
+            writer.start(QCoreApplication::applicationFilePath(),
+                         {"--writer", domain, QString::number(round * 1000000000LL)});
             const QByteArray before = readFile(path);
             QTRY_VERIFY_WITH_TIMEOUT(readFile(path) != before, 60000);
             // A random while later, somewhere within one of its writes.
@@ -264,7 +267,7 @@ int childMain(int argc, char *argv[])
         return 0;
     }
     if (arguments.at(1) == "--writer")
-        for (qlonglong counter = 0;; ++counter)
+        for (qlonglong counter = arguments.value(3).toLongLong();; ++counter)
             store.setObject("counter", counter);
     store.registerApplicationDefaults("/b");
     std::printf("%s\n", qPrintable(store.stringValue(Workspace)));
