@@ -28,59 +28,38 @@ class TestWorkspaceE2E : public QObject
     }
 
 private slots:
-    void checkFailuresReportEverythingAndUpdateNothing_data()
-    {
-        // messages: "<folder>|<hint>" per failure line
-        TestSupport::columns<bool, bool, QStringList>({"checkout", "git", "messages"});
-        const QString redownload = "Please re-download a complete copy of source codes.";
-        const QString reinit = "Please re-initialize it.";
-        QTest::newRow("missing workspace") << false << false << QStringList{"|" + redownload};
-        QTest::newRow("two missing modules")
-            << true << true << QStringList{"/lang|" + reinit, "/tools|" + reinit};
-        QTest::newRow("no .git and no modules")
-            << true << false
-            << QStringList{"|" + redownload, "/lang|" + reinit, "/tools|" + reinit};
-    }
-    void checkFailuresReportEverythingAndUpdateNothing()
-    {
-        QFETCH(bool, checkout);
-        QFETCH(bool, git);
-        QFETCH(QStringList, messages);
-        WorkspaceFixture fixture;
-        if (checkout)
-            fixture.checkoutMain();
-        if (checkout && !git)
-            QVERIFY(QDir(fixture.workspace() + "/.git").removeRecursively());
-        // New upstream commits must not arrive.
-        fixture.pushCommit("main", "NEWS.txt", "release notes\n");
-        ControllerHarness::configure(fixture.workspace(), fixture.output(), 1);
-
-        ControllerHarness h;
-        h.perform(AppController::TagUpdate);
-        QString expected = "\nChecking files...\n";
-        for (const QString &message : messages) {
-            const QStringList parts = message.split('|');
-            expected += "Failure.\nError: " + fixture.workspace() + parts.at(0)
-                        + " or .git in it not found!" + parts.at(1);
-        }
-        QCOMPARE(h.console(), expected);
-        QVERIFY(h.controller.unixTask.isNull() && h.isIdle());
-        QVERIFY(!QFile::exists(fixture.workspace() + "/NEWS.txt"));
-    }
-
-    // One workspace updated, then compiled four times: with nothing to build
-    // from, with broken sources, from a clean checkout over leftovers, and
-    // stopped.
+    // One workspace from nothing to built. While pieces are missing, the
+    // update's check names every one, starts nothing and fetches nothing.
+    // Complete, it is updated, then compiled four times: with nothing to
+    // build from, with broken sources, from a clean checkout over leftovers,
+    // and stopped.
     void updateAndCompileStagesInOneWorkspace()
     {
         WorkspaceFixture fixture;
-        fixture.checkout();
-        fixture.pushCommit("main", "NEWS.txt", "release notes\n");
-        fixture.pushCommit("lang", "fr.txt", "Executer\n");
         ControllerHarness::configure(fixture.workspace(), fixture.output(), 0);
         ControllerHarness h;
         AppController &c = h.controller;
         const QString ws = fixture.workspace(), build = ws + "/build", out = fixture.output();
+        const QString redownload = "Please re-download a complete copy of source codes.";
+        const auto updateRefused = [&](const QStringList &missing) {
+            h.perform(AppController::TagUpdate);
+            QString expected = "\nChecking files...\n";
+            for (const QString &folder : missing)
+                expected += "Failure.\nError: " + ws + folder + " or .git in it not found!"
+                            + (folder.isEmpty() ? redownload : "Please re-initialize it.");
+            return h.console() == expected && c.unixTask.isNull() && h.isIdle();
+        };
+        QVERIFY2(updateRefused({""}), qPrintable(h.console()));
+        fixture.checkoutMain(); // the modules' folders are empty
+        fixture.pushCommit("main", "NEWS.txt", "release notes\n");
+        QVERIFY2(updateRefused({"/lang", "/tools"}), qPrintable(h.console()));
+        QVERIFY(QDir().rename(ws + "/.git", ws + "/.git-away"));
+        QVERIFY2(updateRefused({"", "/lang", "/tools"}), qPrintable(h.console()));
+        QVERIFY(QDir().rename(ws + "/.git-away", ws + "/.git"));
+        QVERIFY(!QFile::exists(ws + "/NEWS.txt"));
+        fixture.cloneModule(fixture.langURL(), "lang");
+        fixture.cloneModule(fixture.toolsURL(), "tools");
+        fixture.pushCommit("lang", "fr.txt", "Executer\n");
 
         h.perform(AppController::TagUpdate);
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nAll done.\n"), Patience);
@@ -122,9 +101,9 @@ private slots:
         // No .git: both problems are reported and nothing starts, but the
         // build folder is prepared before anything is checked.
         h.perform(AppController::TagCompile);
-        const QString redownload = "Please re-download a complete copy of source codes.\n";
         QCOMPARE(h.console(), "\nChecking files...\n\n'asssets' not found in " + ws + "/Android."
-                                  + redownload + "\n.git not found in " + ws + "." + redownload);
+                                  + redownload + "\n\n.git not found in " + ws + "." + redownload
+                                  + "\n");
         QVERIFY(c.unixTask.isNull() && h.isIdle());
         QVERIFY(QFileInfo(build).isDir() && QDir(build).isEmpty());
 

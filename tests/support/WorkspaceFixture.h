@@ -15,7 +15,7 @@
 //                                    android/assets, SDL/, and two submodules
 //   <root>/emu-lang.git, emu-tools.git  the modules; their URLs name them
 //                                    "lang" and "tools" by the module rule
-//   <root>/workspace                 the user's checkout (after checkout())
+//   <root>/workspace                 the user's checkout (after checkoutMain())
 //   <root>/output                    the output folder setting
 class WorkspaceFixture
 {
@@ -60,14 +60,6 @@ public:
     {
         QDir(workspace() + QLatin1Char('/') + folder).removeRecursively();
         TestSupport::git(workspace(), {"clone", "-q", url, folder});
-    }
-
-    // The workspace as the earlier operations leave it.
-    void checkout() const
-    {
-        checkoutMain();
-        cloneModule(m_langBare, QStringLiteral("lang"));
-        cloneModule(m_toolsBare, QStringLiteral("tools"));
     }
 
     // Commits file to "main", "lang" or "tools" upstream.
