@@ -147,6 +147,19 @@ private slots:
                 > ConsoleView::ScrollbackCharacters);
         const QString line(TerminalText::MaxLineLength, 'y');
         QCOMPARE(view.string(), QString(line + '\n').repeated(lines - 1) + line);
+
+        // A colour change at every character costs far more a character than
+        // the plain text the slices were sized by; they end by the clock
+        // instead, and each character keeps its colour.
+        view.insertToolOutput(QString("\x1b[31ma\x1b[32mb").repeated(50000) + "\x1b[m");
+        QTRY_VERIFY_WITH_TIMEOUT(!view.hasPending(), 60000);
+        const qsizetype lastLine = 100000 % TerminalText::MaxLineLength;
+        QVERIFY(view.string().endsWith('\n' + QString("ab").repeated(lastLine / 2)));
+        QTextCursor cursor(view.document());
+        cursor.movePosition(QTextCursor::End);
+        const QColor green = cursor.charFormat().foreground().color();
+        cursor.movePosition(QTextCursor::PreviousCharacter);
+        QVERIFY(green.isValid() && cursor.charFormat().foreground().color() != green);
     }
 };
 
