@@ -10,10 +10,10 @@
 
 namespace {
 
-// The running instance takes its lock and listens right away, so a refused
-// connection only lasts while it starts. After this many tries, 100 ms apart,
-// it is hung; starting a second one beside it would be worse.
-constexpr int kConnectAttempts = 50;
+// How long a later start keeps trying before it takes the running instance
+// for hung and ends: the running one answers at once, and one that is ending
+// releases its lock within a second or two.
+constexpr int kGiveUpMs = 5000;
 constexpr int kRetryMs = 100;
 
 } // namespace
@@ -37,6 +37,11 @@ QByteArray SingleInstance::activationMessage()
     return QByteArrayLiteral("activate\n");
 }
 
+QByteArray SingleInstance::acknowledgement()
+{
+    return QByteArrayLiteral("ok\n");
+}
+
 QString SingleInstance::socketPath() const
 {
     return PrivateRuntime::socketPath(m_identifier);
@@ -50,57 +55,88 @@ QString SingleInstance::lockPath() const
 
 void SingleInstance::start()
 {
-    const QString socket = socketPath();
-    if (socket.isEmpty()) {
+    if (socketPath().isEmpty()) {
         QTimer::singleShot(0, this, &SingleInstance::becamePrimary);
         return;
     }
     m_lock = std::make_unique<QLockFile>(lockPath());
     // Held for the whole run: only a dead holder makes it stale, never age.
     m_lock->setStaleLockTime(0);
-    if (m_lock->tryLock(0)) {
-        // Whatever socket is there was left by an instance that died.
-        QLocalServer::removeServer(socket);
-        m_server.setSocketOptions(QLocalServer::UserAccessOption);
-        if (!m_server.listen(socket))
-            std::fprintf(stderr, "ZELMOR Helper: cannot listen on %s: %s\n", qPrintable(socket),
-                         qPrintable(m_server.errorString()));
-        QTimer::singleShot(0, this, &SingleInstance::becamePrimary);
-        return;
-    }
-    m_lock.reset();
-    tryHandOver();
+    m_giveUp = new QTimer(this);
+    m_giveUp->setSingleShot(true);
+    connect(m_giveUp, &QTimer::timeout, this, &SingleInstance::giveUp);
+    m_giveUp->start(kGiveUpMs);
+    attempt();
 }
 
-void SingleInstance::tryHandOver()
+// Takes the lock when it is free, or else asks its holder to come forward.
+void SingleInstance::attempt()
 {
+    if (m_lock->tryLock(0)) {
+        becomePrimary();
+        return;
+    }
     auto *socket = new QLocalSocket(this);
     m_socket = socket;
     connect(socket, &QLocalSocket::connected, this,
             [socket] { socket->write(activationMessage()); });
-    connect(socket, &QLocalSocket::bytesWritten, this, [this, socket] {
-        if (socket->bytesToWrite() > 0 || m_socket != socket)
+    connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
+        if (m_socket != socket || !socket->canReadLine())
+            return;
+        // Only an answer counts: an instance that is ending may still take
+        // the connection, and would never come forward.
+        if (socket->readLine() != acknowledgement())
             return;
         m_socket = nullptr;
+        m_giveUp->stop();
         socket->disconnectFromServer();
         socket->deleteLater();
         emit handedOver();
     });
-    connect(socket, &QLocalSocket::errorOccurred, this, [this, socket] {
-        // Closing after the hand-over reports an error too; it is not one.
-        if (m_socket != socket)
-            return;
-        m_socket = nullptr;
-        socket->deleteLater();
-        if (++m_attempts < kConnectAttempts) {
-            QTimer::singleShot(kRetryMs, this, &SingleInstance::tryHandOver);
-            return;
-        }
-        std::fprintf(stderr, "ZELMOR Helper: another instance holds %s but does not answer\n",
-                     qPrintable(lockPath()));
-        emit handedOver();
-    });
+    // Refused, or dropped unanswered when an ending instance closes.
+    connect(socket, &QLocalSocket::errorOccurred, this, &SingleInstance::retry);
+    connect(socket, &QLocalSocket::disconnected, this, &SingleInstance::retry);
     socket->connectToServer(socketPath());
+}
+
+void SingleInstance::retry()
+{
+    auto *socket = qobject_cast<QLocalSocket *>(sender());
+    if (!socket || m_socket != socket)
+        return;
+    m_socket = nullptr;
+    socket->deleteLater();
+    QTimer::singleShot(kRetryMs, this, [this] {
+        if (m_giveUp->isActive())
+            attempt();
+    });
+}
+
+void SingleInstance::becomePrimary()
+{
+    m_giveUp->stop();
+    const QString socket = socketPath();
+    // Whatever socket is there was left by an instance that died or ended.
+    QLocalServer::removeServer(socket);
+    m_server.setSocketOptions(QLocalServer::UserAccessOption);
+    if (!m_server.listen(socket))
+        std::fprintf(stderr, "ZELMOR Helper: cannot listen on %s: %s\n", qPrintable(socket),
+                     qPrintable(m_server.errorString()));
+    QTimer::singleShot(0, this, &SingleInstance::becamePrimary);
+}
+
+// Starting a second one beside a hung instance would be worse than not
+// starting at all.
+void SingleInstance::giveUp()
+{
+    if (QLocalSocket *socket = m_socket) {
+        m_socket = nullptr;
+        socket->abort();
+        socket->deleteLater();
+    }
+    std::fprintf(stderr, "ZELMOR Helper: another instance holds %s but does not answer\n",
+                 qPrintable(lockPath()));
+    emit handedOver();
 }
 
 void SingleInstance::serve()
@@ -114,8 +150,10 @@ void SingleInstance::serve()
                 return;
             }
             while (peer->canReadLine()) {
-                if (peer->readLine() == activationMessage())
+                if (peer->readLine() == activationMessage()) {
+                    peer->write(acknowledgement());
                     emit activationRequested();
+                }
             }
         });
     }

@@ -9,12 +9,16 @@
 
 class QLocalSocket;
 class QLockFile;
+class QTimer;
 
 // One running instance per user and identifier. The first instance holds a
 // lock file in the private runtime folder for as long as it runs and listens
 // on a local socket beside it; a later start finds the lock taken, asks the
-// running instance over the socket to come forward, and ends. Nothing here
-// blocks: the answer comes as one of the signals, from the event loop.
+// running instance over the socket to come forward, and ends once it has
+// answered. An instance that is ending (a relaunch starts while the old run
+// shuts down) answers no more: the later start keeps trying and takes the
+// lock when it is released. Nothing here blocks: the answer comes as one of
+// the signals, from the event loop.
 class SingleInstance : public QObject
 {
     Q_OBJECT
@@ -30,8 +34,9 @@ public:
     QString socketPath() const;
     QString lockPath() const;
 
-    // The one line a later start sends.
+    // The one line a later start sends, and the running instance's answer.
     static QByteArray activationMessage();
+    static QByteArray acknowledgement();
 
 signals:
     // This is the one instance (or no private folder exists, so there is no
@@ -43,12 +48,15 @@ signals:
     void activationRequested();
 
 private:
-    void tryHandOver();
+    void attempt();
+    void retry();
+    void becomePrimary();
+    void giveUp();
     void serve();
 
     QString m_identifier;
     std::unique_ptr<QLockFile> m_lock;
     QLocalServer m_server;
     QPointer<QLocalSocket> m_socket;
-    int m_attempts = 0;
+    QTimer *m_giveUp = nullptr;
 };

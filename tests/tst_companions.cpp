@@ -17,6 +17,8 @@
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QLocalServer>
+#include <QLockFile>
 #include <QMenu>
 #include <QProcess>
 #include <QTableWidget>
@@ -193,8 +195,11 @@ private slots:
     }
 
     // A second start (also through the companion's menu) brings the running
-    // one (here: this test) forward and ends. A run killed outright leaves its
-    // lock and socket behind for the next start to take over.
+    // one (here: this test) forward and ends. A start while a run is ending
+    // (still listening, no longer answering, as during a relaunch) waits for
+    // it to go and takes its place; one that never goes is taken for hung. A
+    // run killed outright leaves its lock and socket behind for the next
+    // start to take over.
     void applicationIsOnePerUser()
     {
         auto running = std::make_unique<SingleInstance>(mainIdentifier());
@@ -214,7 +219,20 @@ private slots:
 
         // SIGTERM ends a run normally and removes both.
         for (const int signal : {SIGKILL, SIGTERM}) {
-            process.start(mainProgram(), {});
+            if (signal == SIGKILL) {
+                QLockFile held(lock);
+                QVERIFY(held.tryLock(0));
+                QLocalServer ending;
+                QVERIFY(ending.listen(socket));
+                QProcess given;
+                runToEnd(given, {}, mainProgram());
+                QVERIFY(given.readAllStandardError().contains("does not answer"));
+                delete ending.nextPendingConnection();
+                process.start(mainProgram(), {});
+                QVERIFY(ending.waitForNewConnection(20000));
+            } else {
+                process.start(mainProgram(), {});
+            }
             QTRY_VERIFY_WITH_TIMEOUT(CompanionChannel::isRunning(mainIdentifier()), 20000);
             ::kill(static_cast<pid_t>(process.processId()), signal);
             QVERIFY(process.waitForFinished(60000));
