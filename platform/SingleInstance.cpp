@@ -151,7 +151,11 @@ void SingleInstance::serve()
             }
             while (peer->canReadLine()) {
                 if (peer->readLine() == activationMessage()) {
+                    // Out at once: should this instance end right after, an
+                    // answer still queued here would be lost, and the later
+                    // start would take its place.
                     peer->write(acknowledgement());
+                    peer->flush();
                     emit activationRequested();
                 }
             }
