@@ -371,7 +371,8 @@ private slots:
     // Refused entries before, between and after ordinary ones: each ordinary
     // module is fetched once, in order, and nothing waits for the others. A
     // URL whose name comes out empty names the workspace itself: neither the
-    // question nor "Replace" may ever reach it.
+    // question nor "Replace" may ever reach it. A module folder without .git
+    // that holds something is moved aside, not removed.
     void refusedEntriesArePassedOver()
     {
         const QString first = QStringLiteral("x;touch${IFS}") + markerFolder() + "/first";
@@ -382,6 +383,7 @@ private slots:
                        gitmodulesEntry("c", empty));
         m_fixture->cloneModule(m_fixture->langURL(), "lang");
         TestSupport::writeFile(workspace() + "/notes.txt", "mine\n");
+        TestSupport::writeFile(workspace() + "/tools/build/.mine", "mine\n");
         Harness h;
         h.perform(AppController::TagModules);
         AlertSheet *sheet = Harness::waitForSheet();
@@ -394,6 +396,8 @@ private slots:
                  moduleTranscript(workspace(), "tools") + refusal(empty, true) + "\nDone.\n");
         for (const char *file : {"/notes.txt", "/.git/HEAD", "/lang/en.txt", "/tools/tool.txt"})
             QVERIFY(QFileInfo::exists(workspace() + file));
+        const QStringList kept = QDir(workspace()).entryList({"tools.*"}, QDir::Dirs);
+        QVERIFY(kept.size() == 1 && QFile::exists(workspace() + "/" + kept[0] + "/build/.mine"));
         QVERIFY(QDir(markerFolder()).isEmpty());
         QVERIFY(h.isIdle() && AlertSheet::openSheets().isEmpty());
 

@@ -164,6 +164,12 @@ private slots:
         QVERIFY(removeItem(root + "/ws.kept"));
         QVERIFY(!removeItem(root + "/ws.kept"));
 
+        // Only a real folder with nothing in it, hidden items counted, is empty.
+        QVERIFY(QDir(root).mkdir("empty") && isEmptyFolder(root + "/empty"));
+        QVERIFY(QFile::link(root + "/empty", root + "/in") && !isEmptyFolder(root + "/in"));
+        TestSupport::writeFile(root + "/empty/.hidden", "");
+        QVERIFY(!isEmptyFolder(root + "/empty") && !isEmptyFolder(root + "/none"));
+
         TestSupport::writeFile(root + "/good", "caf\xc3\xa9");
         TestSupport::writeFile(root + "/bad", "caf\xe9");
         QCOMPARE(readUtf8File(root + "/good").value_or("?"), QString::fromUtf8("caf\xc3\xa9"));

@@ -32,6 +32,13 @@ void writeTextAtomically(const QString &path, const QString &text)
     file.commit();
 }
 
+// Where a module folder goes when it is kept beside a fresh clone.
+QString keptModulePath(const QString &root, const QString &name)
+{
+    return formatText(QStringLiteral("%@/%@.%@"),
+                      {root, name, dateSuffix(QDateTime::currentDateTime())});
+}
+
 } // namespace
 
 void AppController::regModule()
@@ -154,10 +161,15 @@ void AppController::startInstallModule()
     outputField->insertText(formatText(QStringLiteral("\n%@: %@/%@\n\n"),
                                        {tr("Location"), rootDirectory, moduleName}));
     // A folder without .git, such as the empty placeholder the main clone
-    // leaves, is in git's way.
+    // leaves, is in git's way. The name comes from a downloaded file and may
+    // be that of anything in the workspace (the output folder lives there by
+    // default): what holds something is moved aside, as "Keep" would, never
+    // removed.
     const QString folder = formatText(QStringLiteral("%@/%@"), {rootDirectory, moduleName});
-    if (pathExists(folder))
+    if (isEmptyFolder(folder))
         removeItem(folder);
+    else if (pathExists(folder))
+        moveItem(folder, keptModulePath(rootDirectory, moduleName));
     runUnixTask(formatText(QStringLiteral("git clone --progress %@ %@"), {url, moduleName}),
                 rootDirectory);
 }
@@ -176,9 +188,7 @@ void AppController::moduleAlertDidEnd(int returnCode)
         return;
     }
     const QString folder = formatText(QStringLiteral("%@/%@"), {rootDirectory, moduleName});
-    const QString kept =
-        formatText(QStringLiteral("%@/%@.%@"),
-                   {rootDirectory, moduleName, dateSuffix(QDateTime::currentDateTime())});
+    const QString kept = keptModulePath(rootDirectory, moduleName);
     switch (returnCode) {
     case 1002: // Skip
         outputField->insertText(

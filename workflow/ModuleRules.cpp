@@ -119,6 +119,14 @@ bool moveItem(const QString &from, const QString &to)
     return QDir().rename(from, to);
 }
 
+bool isEmptyFolder(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.isDir() && !info.isSymLink()
+           && QDir(path).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System
+                                 | QDir::NoDotAndDotDot);
+}
+
 std::optional<QString> readUtf8File(const QString &path)
 {
     QFile file(path);

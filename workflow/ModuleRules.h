@@ -55,6 +55,9 @@ bool pathExists(const QString &path);
 bool removeItem(const QString &path);
 // Renames from to to; refuses when to exists.
 bool moveItem(const QString &from, const QString &to);
+// Whether path is a folder (not a link to one) with nothing in it, hidden
+// items included: what a clone leaves where a module goes.
+bool isEmptyFolder(const QString &path);
 
 // A file's text when it can be read and is valid UTF-8; nothing otherwise.
 std::optional<QString> readUtf8File(const QString &path);
