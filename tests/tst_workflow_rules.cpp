@@ -158,6 +158,13 @@ private slots:
         QVERIFY(!moveItem(root + "/ws", root + "/ws.kept"));
         QVERIFY(!moveItem(root + "/ws", root + "/dangling"));
 
+        // What emptying a folder would take along; a link goes alone.
+        QVERIFY(wouldRemoveAny(root + "/target/", {root + "/x", root + "/target/new"}));
+        QVERIFY(wouldRemoveAny("/", {root}) && wouldRemoveAny(root + "/ws/..", {root + "/ws"}));
+        QVERIFY(wouldRemoveAny(root + "/target", {root + "/link"}));
+        QVERIFY(!wouldRemoveAny(root + "/link", {root + "/target"}));
+        QVERIFY(!wouldRemoveAny(root + "/ws", {root + "/ws.kept", root}));
+
         // Removing a link leaves what it points to.
         QVERIFY(removeItem(root + "/link"));
         QVERIFY(pathExists(root + "/target/keep.txt"));

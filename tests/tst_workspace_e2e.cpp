@@ -98,6 +98,17 @@ private slots:
         QVERIFY(QDir().rename(ws + "/.git", ws + "/.git-away"));
         writeFile(build + "/stale.txt", "old\n");
 
+        // An output folder above the workspace is refused before anything is
+        // touched: the copy stage would empty it.
+        SettingsStore::standard().setObject(SettingsKeys::Output, fixture.root());
+        h.perform(AppController::TagCompile);
+        QCOMPARE(h.console(), "\nChecking files...\n\nFailure.\nError: " + fixture.root()
+                                  + " is your home folder or the workspace, or holds one of them!"
+                                    " Compiling empties the output folder: please choose another"
+                                    " one.\n");
+        QVERIFY(c.unixTask.isNull() && h.isIdle() && QFile::exists(build + "/stale.txt"));
+        SettingsStore::standard().setObject(SettingsKeys::Output, out);
+
         // No .git: both problems are reported and nothing starts, but the
         // build folder is prepared before anything is checked.
         h.perform(AppController::TagCompile);

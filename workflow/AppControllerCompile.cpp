@@ -70,6 +70,19 @@ void AppController::CompileCheck()
 
     outputField->setString(formatText(QStringLiteral("\n%@...\n"), {tr("Checking files")}));
 
+    // The copy stage empties the output folder; one chosen by mistake as the
+    // home folder, or above the workspace, would take everything in them.
+    if (wouldRemoveAny(outputDirectory, {QDir::homePath(), rootDirectory})) {
+        outputField->insertText(formatText(
+            QStringLiteral("\n%@\n%@: %@%@\n"),
+            {tr("Failure."), tr("Error"), outputDirectory,
+             tr(" is your home folder or the workspace, or holds one of them! Compiling empties "
+                "the output folder: please choose another one.")}));
+        stopRequest = 0;
+        stopTask();
+        return;
+    }
+
     const bool buildExisted = pathExists(buildFolder);
     prepareBuildFolder(buildFolder, buildExisted);
 

@@ -127,6 +127,25 @@ bool isEmptyFolder(const QString &path)
                                  | QDir::NoDotAndDotDot);
 }
 
+bool wouldRemoveAny(const QString &folder, const QStringList &paths)
+{
+    const QFileInfo info(folder);
+    if (info.isSymLink() || !info.exists())
+        return false;
+    QString prefix = info.canonicalFilePath();
+    if (!prefix.endsWith(u'/'))
+        prefix += u'/';
+    for (const QString &path : paths) {
+        const QFileInfo target(path);
+        const QString resolved = (target.exists() ? target.canonicalFilePath()
+                                                  : QDir::cleanPath(target.absoluteFilePath()))
+                                 + u'/';
+        if (resolved.startsWith(prefix))
+            return true;
+    }
+    return false;
+}
+
 std::optional<QString> readUtf8File(const QString &path)
 {
     QFile file(path);

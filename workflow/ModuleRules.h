@@ -58,6 +58,10 @@ bool moveItem(const QString &from, const QString &to);
 // Whether path is a folder (not a link to one) with nothing in it, hidden
 // items included: what a clone leaves where a module goes.
 bool isEmptyFolder(const QString &path);
+// Whether removeItem(folder) would take any of paths with it: folder is one
+// of them or holds one, links resolved as the system resolves them (a link
+// at folder itself goes alone).
+bool wouldRemoveAny(const QString &folder, const QStringList &paths);
 
 // A file's text when it can be read and is valid UTF-8; nothing otherwise.
 std::optional<QString> readUtf8File(const QString &path);

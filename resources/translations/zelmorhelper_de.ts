@@ -243,6 +243,10 @@
         <source> is not a plain module URL!</source>
         <translation> ist keine einfache Modul-URL!</translation>
     </message>
+    <message>
+        <source> is your home folder or the workspace, or holds one of them! Compiling empties the output folder: please choose another one.</source>
+        <translation> ist Ihr persönlicher Ordner oder der Arbeitsordner oder enthält einen davon! Beim Kompilieren wird der Ausgabeordner geleert: Bitte wählen Sie einen anderen.</translation>
+    </message>
 </context>
 <context>
     <name>ApplicationShell</name>

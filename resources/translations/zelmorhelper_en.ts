@@ -188,6 +188,10 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <source> is your home folder or the workspace, or holds one of them! Compiling empties the output folder: please choose another one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source> It is skipped.</source>
         <translation type="unfinished"></translation>
     </message>

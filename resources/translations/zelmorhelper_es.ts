@@ -243,6 +243,10 @@
         <source> is not a plain module URL!</source>
         <translation> no es una URL de módulo simple.</translation>
     </message>
+    <message>
+        <source> is your home folder or the workspace, or holds one of them! Compiling empties the output folder: please choose another one.</source>
+        <translation> es su carpeta personal o la carpeta de trabajo, o contiene una de ellas. Al compilar se vacía la carpeta de salida: elija otra.</translation>
+    </message>
 </context>
 <context>
     <name>ApplicationShell</name>

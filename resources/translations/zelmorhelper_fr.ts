@@ -243,6 +243,10 @@
         <source> is not a plain module URL!</source>
         <translation> n’est pas une simple URL de module !</translation>
     </message>
+    <message>
+        <source> is your home folder or the workspace, or holds one of them! Compiling empties the output folder: please choose another one.</source>
+        <translation> est votre dossier personnel ou le dossier de travail, ou contient l’un d’eux ! La compilation vide le dossier de sortie : veuillez en choisir un autre.</translation>
+    </message>
 </context>
 <context>
     <name>ApplicationShell</name>
