@@ -19,6 +19,12 @@ AlertSheet::AlertSheet(QWidget *parent) : QMessageBox(parent)
         if (!label->pixmap().isNull())
             label->setAccessibleName(tr("Warning"));
     }
+    // The message leads in bold, as the platform's alerts have it.
+    if (auto *message = findChild<QLabel *>(QStringLiteral("qt_msgbox_label"))) {
+        QFont bold = message->font();
+        bold.setBold(true);
+        message->setFont(bold);
+    }
     setWindowModality(Qt::WindowModal);
     setAttribute(Qt::WA_DeleteOnClose, false);
     connect(this, &QMessageBox::buttonClicked, this,
@@ -26,6 +32,16 @@ AlertSheet::AlertSheet(QWidget *parent) : QMessageBox(parent)
     // Escape or the window manager's close button: the platform ends a sheet
     // with the cancel answer of no particular button.
     connect(this, &QDialog::rejected, this, [this] { finish(StopReturn); });
+}
+
+void AlertSheet::setInformativeText(const QString &text)
+{
+    QMessageBox::setInformativeText(text);
+    // Qt sizes the box by its texts alone, which made a short question a
+    // narrow column of wrapped lines; about fifty characters a line read
+    // better, in every language.
+    if (auto *label = findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel")))
+        label->setMinimumWidth(label->fontMetrics().averageCharWidth() * 50);
 }
 
 void AlertSheet::addButtonWithTitle(const QString &title)

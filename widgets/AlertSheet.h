@@ -24,7 +24,7 @@ public:
 
     void addButtonWithTitle(const QString &title);
     void setMessageText(const QString &text) { setText(text); }
-    void setInformativeText(const QString &text) { QMessageBox::setInformativeText(text); }
+    void setInformativeText(const QString &text);
 
     void beginSheet(QWidget *window, std::function<void(int)> didEnd);
     void endSheet(int returnCode = StopReturn);
