@@ -7,7 +7,9 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 
 using namespace TestSupport;
 
@@ -74,6 +76,17 @@ private slots:
             const QByteArray output = tool(program, command, &exitCode);
             QVERIFY2(exitCode == 0 && !output.contains("warning") && !output.contains("error"),
                      output.constData());
+        }
+        // The validator cannot look behind a screenshot's URL: the picture is
+        // this repository's own, at a size software centres take.
+        const QRegularExpression image("<image>https://raw\\.githubusercontent\\.com/"
+                                       "[^/]+/zelmor-helper/[^/]+/([^<]+)</image>");
+        auto images = image.globalMatch(QString::fromUtf8(readFile(metainfo)));
+        QVERIFY(images.hasNext());
+        while (images.hasNext()) {
+            const QString file = images.next().captured(1);
+            const QImage picture(QFINDTESTDATA("../" + file));
+            QVERIFY2(picture.width() >= 620 && picture.height() >= 350, qPrintable(file));
         }
     }
 
