@@ -148,7 +148,7 @@ private slots:
         QVERIFY(run(defaults, {"read", "org.zelmor.test.package", "Workspace"}).contains("/tmp/w"));
     }
 
-  private:
+private:
     QTemporaryDir m_out;
     QString m_deb;
     QString m_root;
