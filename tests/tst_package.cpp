@@ -88,6 +88,25 @@ private slots:
             const QImage picture(QFINDTESTDATA("../" + file));
             QVERIFY2(picture.width() >= 620 && picture.height() >= 350, qPrintable(file));
         }
+        // The menu entry and the software centre's texts (release notes
+        // aside) speak every language the application does.
+        const QString desktop = QString::fromUtf8(readFile(entry + ".desktop"));
+        const QString about = QString::fromUtf8(readFile(metainfo)).section("<releases>", 0, 0);
+        const QString texts = "<(summary|p|li|caption)%1>";
+        const int english = int(about.count(QRegularExpression(texts.arg(""))));
+        const QStringList languages = QDir(QFINDTESTDATA("../resources/translations"))
+                                          .entryList({"zelmorhelper_??.ts"})
+                                          .replaceInStrings(QRegularExpression("^.*_|\\.ts$"), "");
+        QVERIFY(languages.contains("de") && languages.contains("fr"));
+        for (const QString &language : languages) {
+            if (language == "en")
+                continue;
+            for (const QString key : {"GenericName", "Comment", "Keywords"})
+                QVERIFY2(desktop.contains(QString("\n%1[%2]=").arg(key, language)),
+                         qPrintable(key + " " + language));
+            const QString translated = texts.arg(" xml:lang=\"" + language + "\"");
+            QCOMPARE(int(about.count(QRegularExpression(translated))), english);
+        }
     }
 
     // What the other checks here do not already reach, then the launcher: a
