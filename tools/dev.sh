@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing on Debian 12, builds, then runs the application
-# ("run"), every test ("test") or makes the Debian package ("package"). Safe to
-# run again: apt and cmake only do what is left to do.
+# ("run"), every test ("test"), makes the Debian package ("package") or takes
+# the metainfo's screenshot again ("screenshot"). Safe to run again: apt and
+# cmake only do what is left to do.
 set -euo pipefail
 
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
@@ -95,8 +96,18 @@ coverage-by-test)
     build build-cov -DCMAKE_CXX_FLAGS=--coverage -DCMAKE_BUILD_TYPE=Debug
     python3 tools/coverage_by_test.py build-cov
     ;;
+screenshot)
+    # The software centre's picture, taken again after the main window
+    # changed. The workspace path shows in it; it must not exist yet, and
+    # what is made for it is removed afterwards.
+    install_missing
+    build build
+    cmake --build build --target zelmor_screenshot
+    build/tools/zelmor_screenshot "${2:-/home/alex/Developer/ZELMOR}" \
+        resources/linux/screenshot-main-window.png
+    ;;
 *)
-    echo "usage: tools/dev.sh run|test|package|coverage|coverage-by-test" >&2
+    echo "usage: tools/dev.sh run|test|package|coverage|coverage-by-test|screenshot [workspace]" >&2
     exit 2
     ;;
 esac
