@@ -6,6 +6,13 @@
 
 #include <QTimeZone>
 
+#ifdef Q_OS_LINUX
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
 // The engine's pure rules: what git and make print, the console's format, a
 // .gitmodules read the way the registry reads it, and the guard between a
 // downloaded .gitmodules and the shell line "git clone --progress URL NAME".
@@ -182,6 +189,39 @@ private slots:
         QCOMPARE(readUtf8File(root + "/good").value_or("?"), QString::fromUtf8("caf\xc3\xa9"));
         QVERIFY(!readUtf8File(root + "/bad") && !readUtf8File(root + "/none"));
     }
+
+#ifdef Q_OS_LINUX
+    // The same folder under a second name (a bind mount here; a volume that
+    // ignores case does the same) is still the home folder or the workspace.
+    // The mount is made in a child with a mount namespace of its own, so it
+    // ends with the child whatever happens.
+    void removalGuardSeesAnotherRouteToAFolder()
+    {
+        QTemporaryDir dir;
+        const QString home = dir.path() + "/home", alias = dir.path() + "/alias";
+        QVERIFY(QDir().mkpath(home + "/ws/src") && QDir().mkpath(alias));
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const bool ownNamespace =
+                ::unshare(CLONE_NEWNS) == 0 || ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
+            if (!ownNamespace || ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0
+                || ::mount(QFile::encodeName(home).constData(),
+                           QFile::encodeName(alias).constData(), nullptr, MS_BIND, nullptr)
+                       != 0)
+                ::_exit(77);
+            const bool seen = wouldRemoveAny(alias, {home}) && wouldRemoveAny(alias, {home + "/ws"})
+                              && wouldRemoveAny(alias + "/ws", {home + "/ws/src/new"})
+                              && !wouldRemoveAny(alias + "/ws/src", {home + "/ws", home});
+            ::_exit(seen ? 0 : 1);
+        }
+        int status = -1;
+        QCOMPARE(::waitpid(child, &status, 0), child);
+        QVERIFY(WIFEXITED(status));
+        if (WEXITSTATUS(status) == 77)
+            QSKIP("this user cannot make a mount namespace");
+        QCOMPARE(WEXITSTATUS(status), 0);
+    }
+#endif
 
     // The name is the one the rule derives, except in the rows that give one.
     void verdict_data()

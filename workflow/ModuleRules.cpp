@@ -7,6 +7,10 @@
 #include <QStringDecoder>
 
 #include <climits>
+#include <optional>
+#include <utility>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -127,21 +131,40 @@ bool isEmptyFolder(const QString &path)
                                  | QDir::NoDotAndDotDot);
 }
 
+namespace {
+
+// A folder as the system knows it. Two spellings of one folder (through a
+// bind mount, or differing in case on a case-insensitive volume such as a
+// FAT stick or a macOS disk) have one identity, though no string comparison
+// of their paths would tell.
+std::optional<std::pair<dev_t, ino_t>> folderIdentity(const QString &path)
+{
+    struct stat info = {};
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return std::nullopt;
+    return std::pair(info.st_dev, info.st_ino);
+}
+
+} // namespace
+
 bool wouldRemoveAny(const QString &folder, const QStringList &paths)
 {
-    const QFileInfo info(folder);
-    if (info.isSymLink() || !info.exists())
+    // A link at folder goes alone; a folder that is not there takes nothing.
+    const auto removed = QFileInfo(folder).isSymLink() ? std::nullopt : folderIdentity(folder);
+    if (!removed)
         return false;
-    QString prefix = info.canonicalFilePath();
-    if (!prefix.endsWith(u'/'))
-        prefix += u'/';
     for (const QString &path : paths) {
-        const QFileInfo target(path);
-        const QString resolved = (target.exists() ? target.canonicalFilePath()
-                                                  : QDir::cleanPath(target.absoluteFilePath()))
-                                 + u'/';
-        if (resolved.startsWith(prefix))
-            return true;
+        // From the nearest part of path that exists (none of an empty path),
+        // links resolved, the parents by name are the parents on disk.
+        QString existing = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+        while (existing.size() > 1 && !QFileInfo::exists(existing))
+            existing = QFileInfo(existing).path();
+        QString at = QFileInfo(existing).canonicalFilePath();
+        while (!at.isEmpty()) {
+            if (folderIdentity(at) == removed)
+                return true;
+            at = at == QLatin1String("/") ? QString() : QFileInfo(at).path();
+        }
     }
     return false;
 }

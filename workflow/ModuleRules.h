@@ -60,7 +60,8 @@ bool moveItem(const QString &from, const QString &to);
 bool isEmptyFolder(const QString &path);
 // Whether removeItem(folder) would take any of paths with it: folder is one
 // of them or holds one, links resolved as the system resolves them (a link
-// at folder itself goes alone).
+// at folder itself goes alone), and folders compared by identity, not by
+// name, so another route to the same folder is seen through.
 bool wouldRemoveAny(const QString &folder, const QStringList &paths);
 
 // A file's text when it can be read and is valid UTF-8; nothing otherwise.
