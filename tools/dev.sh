@@ -33,21 +33,21 @@ install_missing() {
 # fixed at build time (see README, "Where cmake lives").
 cmake_program="$(command -v cmake)"
 
-build() { # build <dir> [cmake options...]
-    local dir="$1"; shift
-    cmake -S . -B "$dir" -DZELMOR_CMAKE_PROGRAM="$cmake_program" "$@" >/dev/null
-    cmake --build "$dir" -j"$jobs"
+# The builds are the presets of CMakePresets.json: plain (build/), asan
+# (build-asan/) and coverage (build-cov/).
+build() { # build <preset>
+    cmake --preset "$1" -DZELMOR_CMAKE_PROGRAM="$cmake_program" >/dev/null
+    cmake --build --preset "$1" -j"$jobs"
 }
 
-run_tests() { # run_tests <dir> [extra environment...]
-    local dir="$1"; shift
-    (cd "$dir" && env QT_QPA_PLATFORM=offscreen "$@" ctest --output-on-failure -j"$jobs")
+run_tests() { # run_tests <preset>
+    ctest --preset "$1" -j"$jobs"
 }
 
 case "${1:-}" in
 run)
     install_missing
-    build build
+    build plain
     app="build/ZELMOR Helper.app/Contents/MacOS/ZELMORHelper"
     if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
         echo "No display found: starting ZELMOR Helper on a virtual X server (xvfb-run)." >&2
@@ -57,20 +57,20 @@ run)
     ;;
 test)
     install_missing
-    build build
-    run_tests build
+    build plain
+    run_tests plain
     # The same suite again with AddressSanitizer and UndefinedBehaviorSanitizer.
-    # Leak checking is off: Qt's platform plugins keep caches until exit.
-    build build-asan -DZELMOR_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug
-    run_tests build-asan ASAN_OPTIONS=detect_leaks=0:abort_on_error=1 \
-        UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+    # Leak checking is off (see the preset): Qt's platform plugins keep caches
+    # until exit.
+    build asan
+    run_tests asan
     ;;
 package)
     install_missing
     # The package is for Debian, whose cmake is /usr/bin/cmake whatever this
     # machine has first on its PATH.
     cmake_program=/usr/bin/cmake
-    build build
+    build plain
     (cd build && cpack)
     deb="$(ls -t build/zelmor-helper_*.deb | head -n 1)"
     echo "Built $deb; install it with: apt install ./$deb"
@@ -80,10 +80,10 @@ coverage)
     # build of its own instrumented with gcov. Counters add up across runs,
     # so the old ones go first.
     install_missing
-    build build-cov -DCMAKE_CXX_FLAGS=--coverage -DCMAKE_BUILD_TYPE=Debug
+    build coverage
     find build-cov -name '*.gcda' -delete
     status=0
-    run_tests build-cov || status=$?
+    run_tests coverage || status=$?
     gcovr --root . --object-directory build-cov --exclude-directories 'build-cov/CMakeFiles' \
         --filter '(app|workflow|settings|widgets|platform|companions)/' \
         --print-summary --txt build-cov/coverage.txt
@@ -93,7 +93,7 @@ coverage-by-test)
     # Which application lines each test function reaches, and which only it
     # does: what to look at before merging or dropping a test.
     install_missing
-    build build-cov -DCMAKE_CXX_FLAGS=--coverage -DCMAKE_BUILD_TYPE=Debug
+    build coverage
     python3 tools/coverage_by_test.py build-cov
     ;;
 screenshot)
@@ -101,7 +101,7 @@ screenshot)
     # changed. The workspace path shows in it; it must not exist yet, and
     # what is made for it is removed afterwards.
     install_missing
-    build build
+    build plain
     cmake --build build --target zelmor_screenshot
     build/tools/zelmor_screenshot "${2:-/home/alex/Developer/ZELMOR}" \
         resources/linux/screenshot-main-window.png
