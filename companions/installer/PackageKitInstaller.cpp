@@ -24,6 +24,12 @@ PackageKitInstaller::PackageKitInstaller(QDBusConnection bus, InstallCommands::P
       m_table(std::move(table)),
       m_cmakeProgram(std::move(cmakeProgram))
 {
+    m_queueWait.setSingleShot(true);
+    m_queueWait.setInterval(1000);
+    connect(&m_queueWait, &QTimer::timeout, this, [this] {
+        if (m_status == StatusWait)
+            emit statusChanged(statusLine(m_status, m_package));
+    });
     // A daemon that goes away in the middle sends nothing more.
     auto *watcher = new QDBusServiceWatcher(service, m_bus,
                                             QDBusServiceWatcher::WatchForUnregistration, this);
@@ -134,7 +140,14 @@ void PackageKitInstaller::onProperties(const QVariantMap &properties)
     }
     if (properties.contains(QStringLiteral("Status"))) {
         m_status = properties.value(QStringLiteral("Status")).toUInt();
-        emit statusChanged(statusLine(m_status, m_package));
+        // Every transaction waits in the queue for a moment, also when no
+        // other installer is there; only a wait that lasts is news.
+        if (m_status == StatusWait) {
+            m_queueWait.start();
+        } else {
+            m_queueWait.stop();
+            emit statusChanged(statusLine(m_status, m_package));
+        }
     }
 }
 
@@ -199,6 +212,7 @@ void PackageKitInstaller::end(const InstallOutcome &outcome)
     if (m_step == Step::Idle)
         return;
     m_step = Step::Idle;
+    m_queueWait.stop();
     dropTransaction();
     m_cancellable = false;
     emit cancellableChanged(false);

@@ -5,6 +5,7 @@
 
 #include <QDBusConnection>
 #include <QPointer>
+#include <QTimer>
 
 #include <optional>
 
@@ -55,5 +56,6 @@ private:
     uint m_status = 0;
     QString m_package;
     bool m_cancellable = false;
+    QTimer m_queueWait;
     QPointer<PackageKitTransaction> m_transaction;
 };
