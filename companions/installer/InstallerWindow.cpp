@@ -159,7 +159,7 @@ void InstallerWindow::startInstall(bool refreshFirst)
     m_cancellable = false;
     m_outcome.reset();
     m_ui->progressBar->setRange(0, 0);
-    m_ui->statusLabel->setText(tr("Starting"));
+    m_ui->statusLabel->clear();
     m_ui->outputText->clear();
     updateControls();
     m_installer->install(ComponentChecks::missingComponents(m_results), refreshFirst);
