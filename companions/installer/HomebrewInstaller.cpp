@@ -33,9 +33,7 @@ QStringList formulasFor(const QList<Component> &missing)
 
 } // namespace
 
-HomebrewInstaller::HomebrewInstaller(QObject *parent) : PackageInstaller(parent)
-{
-}
+HomebrewInstaller::HomebrewInstaller(QObject *parent) : PackageInstaller(parent) {}
 
 HomebrewInstaller::~HomebrewInstaller()
 {
@@ -67,8 +65,8 @@ void HomebrewInstaller::install(const QList<Component> &missing, bool)
         start(QStringLiteral("/usr/bin/xcode-select"), {QStringLiteral("--install")});
         return;
     }
-    const QString path = ComponentChecks::searchPathFor(Platform::MacOS,
-                                                        qEnvironmentVariable("PATH"));
+    const QString path =
+        ComponentChecks::searchPathFor(Platform::MacOS, qEnvironmentVariable("PATH"));
     const QString brew =
         QStandardPaths::findExecutable(QStringLiteral("brew"), path.split(QLatin1Char(':')));
     emit statusChanged(tr("Installing with Homebrew"));
@@ -91,9 +89,9 @@ void HomebrewInstaller::start(const QString &program, const QStringList &argumen
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     // Programs started from the Finder see a minimal PATH; brew runs tools
     // from its own folder.
-    environment.insert(QStringLiteral("PATH"),
-                       ComponentChecks::searchPathFor(Platform::MacOS,
-                                                      environment.value(QStringLiteral("PATH"))));
+    environment.insert(
+        QStringLiteral("PATH"),
+        ComponentChecks::searchPathFor(Platform::MacOS, environment.value(QStringLiteral("PATH"))));
     m_process->setProcessEnvironment(environment);
     connect(m_process, &QProcess::readyRead, this,
             [this] { emit outputReceived(QString::fromLocal8Bit(m_process->readAll())); });
@@ -103,21 +101,22 @@ void HomebrewInstaller::start(const QString &program, const QStringList &argumen
                  tr("The installer could not be started. Run the command below in a terminal."),
                  false});
     });
-    connect(m_process, &QProcess::finished, this, [this](int exitCode, QProcess::ExitStatus status) {
-        if (m_cancelled)
-            end(cancelled());
-        else if (m_commandLineTools)
-            end({Kind::Installed,
-                 tr("Apple's installer for the command line tools has opened. When it has "
-                    "finished, click Install again for the rest."),
-                 true});
-        else if (status == QProcess::NormalExit && exitCode == 0)
-            end(installed());
-        else
-            end({Kind::Failed,
-                 tr("Homebrew could not install the packages; its output above says why."),
-                 true});
-    });
+    connect(m_process, &QProcess::finished, this,
+            [this](int exitCode, QProcess::ExitStatus status) {
+                if (m_cancelled)
+                    end(cancelled());
+                else if (m_commandLineTools)
+                    end({Kind::Installed,
+                         tr("Apple's installer for the command line tools has opened. When it has "
+                            "finished, click Install again for the rest."),
+                         true});
+                else if (status == QProcess::NormalExit && exitCode == 0)
+                    end(installed());
+                else
+                    end({Kind::Failed,
+                         tr("Homebrew could not install the packages; its output above says why."),
+                         true});
+            });
     emit progressChanged(-1);
     emit cancellableChanged(!m_commandLineTools);
     m_process->start(program, arguments);

@@ -19,9 +19,7 @@ const QString service = QStringLiteral("org.freedesktop.PackageKit");
 
 PackageKitInstaller::PackageKitInstaller(QDBusConnection bus, InstallCommands::PackageTable table,
                                          QString cmakeProgram, QObject *parent)
-    : PackageInstaller(parent),
-      m_bus(std::move(bus)),
-      m_table(std::move(table)),
+    : PackageInstaller(parent), m_bus(std::move(bus)), m_table(std::move(table)),
       m_cmakeProgram(std::move(cmakeProgram))
 {
     m_queueWait.setSingleShot(true);
@@ -31,8 +29,8 @@ PackageKitInstaller::PackageKitInstaller(QDBusConnection bus, InstallCommands::P
             emit statusChanged(statusLine(m_status, m_package));
     });
     // A daemon that goes away in the middle sends nothing more.
-    auto *watcher = new QDBusServiceWatcher(service, m_bus,
-                                            QDBusServiceWatcher::WatchForUnregistration, this);
+    auto *watcher =
+        new QDBusServiceWatcher(service, m_bus, QDBusServiceWatcher::WatchForUnregistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] {
         if (m_step != Step::Idle && m_step != Step::CheckingNetwork)
             end(stoppedMidway());
@@ -58,7 +56,8 @@ void PackageKitInstaller::install(const QList<ComponentChecks::Component> &missi
     m_step = Step::CheckingNetwork;
     if (!m_bus.isConnected()) {
         // Never from within install(): the caller is still setting up.
-        QMetaObject::invokeMethod(this, [this] { end(noPackageKit()); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { end(noPackageKit()); }, Qt::QueuedConnection);
         return;
     }
     checkNetwork();
@@ -112,8 +111,7 @@ void PackageKitInstaller::run(Step step, const QString &method, const QVariantLi
     m_transaction = new PackageKitTransaction(m_bus, this);
     connect(m_transaction, &PackageKitTransaction::propertiesChanged, this,
             &PackageKitInstaller::onProperties);
-    connect(m_transaction, &PackageKitTransaction::package, this,
-            &PackageKitInstaller::onPackage);
+    connect(m_transaction, &PackageKitTransaction::package, this, &PackageKitInstaller::onPackage);
     connect(m_transaction, &PackageKitTransaction::errorCode, this,
             [this](uint code, const QString &details) {
                 if (!m_error) {
@@ -123,8 +121,7 @@ void PackageKitInstaller::run(Step step, const QString &method, const QVariantLi
             });
     connect(m_transaction, &PackageKitTransaction::finished, this,
             &PackageKitInstaller::onFinished);
-    connect(m_transaction, &PackageKitTransaction::dropped, this,
-            [this] { end(stoppedMidway()); });
+    connect(m_transaction, &PackageKitTransaction::dropped, this, [this] { end(stoppedMidway()); });
     connect(m_transaction, &PackageKitTransaction::callFailed, this,
             &PackageKitInstaller::onCallFailed);
     m_transaction->start(method, arguments);

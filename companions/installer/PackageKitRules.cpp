@@ -136,7 +136,8 @@ InstallOutcome outcomeOf(uint exit, std::optional<uint> error, const QString &de
                                    .arg(listed(unavailable));
         return done;
     }
-    if (exit == ExitCancelled || exit == ExitCancelledPriority || error == ErrorTransactionCancelled)
+    if (exit == ExitCancelled || exit == ExitCancelledPriority
+        || error == ErrorTransactionCancelled)
         return PackageInstaller::cancelled();
     if (exit == ExitKilled)
         return stoppedMidway();

@@ -69,11 +69,11 @@ enum Error : uint {
 enum Info : uint { InfoDownloading = 10, InfoInstalling = 12 };
 
 // Bit fields: filters are bit (1 << value) of their enum, so are flags.
-constexpr quint64 ResolveFilters = (quint64(1) << 3)    // not installed
-                                   | (quint64(1) << 16) // newest
+constexpr quint64 ResolveFilters = (quint64(1) << 3)     // not installed
+                                   | (quint64(1) << 16)  // newest
                                    | (quint64(1) << 18); // this architecture
 constexpr quint64 OnlyTrusted = quint64(1) << 1;
-constexpr uint NetworkOffline = 1;   // the daemon's NetworkState
+constexpr uint NetworkOffline = 1; // the daemon's NetworkState
 constexpr uint PercentageUnknown = 101;
 
 // The bar's value for a Percentage: 0..100, or -1 for busy.
@@ -98,11 +98,10 @@ struct ResolveStep
 {
     enum class Action { Install, OfferRefresh, NothingAvailable };
     Action action = Action::Install;
-    QStringList packageIds; // to install
+    QStringList packageIds;  // to install
     QStringList unavailable; // requested names nothing was found for
 };
-ResolveStep afterResolve(const QStringList &requested, const QStringList &foundIds,
-                         bool refreshed);
+ResolveStep afterResolve(const QStringList &requested, const QStringList &foundIds, bool refreshed);
 
 // The end of a transaction, from its exit code and the first error it sent;
 // unavailable names what was left out after a refresh.

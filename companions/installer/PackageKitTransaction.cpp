@@ -52,8 +52,7 @@ void PackageKitTransaction::start(const QString &method, const QVariantList &arg
              subscribe();
              call(propertiesInterface, QStringLiteral("GetAll"), {transactionInterface},
                   [this](const QDBusMessage &all) {
-                      emit propertiesChanged(
-                          qdbus_cast<QVariantMap>(all.arguments().value(0)));
+                      emit propertiesChanged(qdbus_cast<QVariantMap>(all.arguments().value(0)));
                   });
              const QString locale = QLocale().name() + QStringLiteral(".UTF-8");
              call(transactionInterface, QStringLiteral("SetHints"),
