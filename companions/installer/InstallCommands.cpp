@@ -85,7 +85,7 @@ QString shellQuote(const QString &word)
 }
 
 QStringList commandsFor(Platform platform, const QList<Component> &missing,
-                        const QString &cmakeProgram, const PackageTable &packages)
+                        const QString &cmakeProgram)
 {
     QStringList commands;
     const bool cmakeMissing = missing.contains(Component::CMake);
@@ -94,7 +94,7 @@ QStringList commandsFor(Platform platform, const QList<Component> &missing,
     const QList<Component> order = ComponentChecks::componentsFor(platform);
 
     if (platform == Platform::Debian) {
-        const QStringList names = packageNames(missing, packages);
+        const QStringList names = packageNames(missing, debianPackages());
         if (!names.isEmpty())
             commands << QStringLiteral("sudo apt-get install ") + names.join(QLatin1Char(' '));
         if (cmakeMissing && cmakeProgram != packagedCmake(platform))

@@ -31,8 +31,7 @@ QString packagedCmake(ComponentChecks::Platform platform);
 // is missing.
 QStringList commandsFor(ComponentChecks::Platform platform,
                         const QList<ComponentChecks::Component> &missing,
-                        const QString &cmakeProgram,
-                        const PackageTable &packages = debianPackages());
+                        const QString &cmakeProgram);
 
 // Quotes a word for the POSIX shell when it needs it.
 QString shellQuote(const QString &word);

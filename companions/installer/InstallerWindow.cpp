@@ -212,8 +212,6 @@ void InstallerWindow::changeEvent(QEvent *event)
 
 void InstallerWindow::showChecking()
 {
-    m_ui->checkAgainButton->setEnabled(false);
-    m_ui->copyButton->setEnabled(false);
     updateControls();
     const QList<Component> components = ComponentChecks::componentsFor(m_platform);
     m_ui->componentTable->setRowCount(int(components.size()));
@@ -256,8 +254,6 @@ void InstallerWindow::showResults(const QList<Result> &results)
     const QStringList commands = InstallCommands::commandsFor(
         m_platform, ComponentChecks::missingComponents(results), m_cmakeProgram);
     m_ui->commandText->setPlainText(commands.join(QLatin1Char('\n')));
-    m_ui->copyButton->setEnabled(!commands.isEmpty());
-    m_ui->checkAgainButton->setEnabled(true);
     updateControls();
 }
 
@@ -282,6 +278,7 @@ void InstallerWindow::updateControls()
     const bool commands = !checking && !installCommand().isEmpty();
     m_ui->commandText->setVisible(commands);
     m_ui->commandLabel->setVisible(commands);
+    m_ui->copyButton->setEnabled(commands);
     m_ui->commandLabel->setText(
         installable ? tr("Or run this in a terminal, then click Check Again:")
                     : tr("To install what is missing, run this in a terminal, then click Check "

@@ -92,12 +92,15 @@ void PackageKitInstaller::checkNetwork()
                     end(offline());
                 else if (m_refreshFirst)
                     run(Step::Refreshing, QStringLiteral("RefreshCache"), {false});
-                else if (m_requested.isEmpty())
-                    end(outcomeOf(ExitSuccess, {}, {}));
                 else
-                    run(Step::Resolving, QStringLiteral("Resolve"),
-                        {QVariant::fromValue(ResolveFilters), m_requested});
+                    resolve();
             });
+}
+
+void PackageKitInstaller::resolve()
+{
+    run(Step::Resolving, QStringLiteral("Resolve"),
+        {QVariant::fromValue(ResolveFilters), m_requested});
 }
 
 void PackageKitInstaller::run(Step step, const QString &method, const QVariantList &arguments)
@@ -166,8 +169,7 @@ void PackageKitInstaller::onFinished(uint exit)
     }
     if (m_step == Step::Refreshing) {
         m_refreshed = true;
-        run(Step::Resolving, QStringLiteral("Resolve"),
-            {QVariant::fromValue(ResolveFilters), m_requested});
+        resolve();
         return;
     }
     const ResolveStep next = afterResolve(m_requested, m_found, m_refreshed);

@@ -32,6 +32,7 @@ private:
     enum class Step { Idle, CheckingNetwork, Refreshing, Resolving, Installing };
 
     void checkNetwork();
+    void resolve();
     void run(Step step, const QString &method, const QVariantList &arguments);
     void onProperties(const QVariantMap &properties);
     void onPackage(uint info, const QString &packageId);
