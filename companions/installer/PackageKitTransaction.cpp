@@ -28,9 +28,9 @@ void PackageKitTransaction::call(const QString &interface, const QString &method
         service, m_path.isEmpty() ? QStringLiteral("/org/freedesktop/PackageKit") : m_path,
         interface, method);
     message.setArguments(arguments);
-    // Interactive: the desktop's password prompt may take as long as the
-    // user does.
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, -1), this);
+    // The methods answer at once; the password prompt and the work follow
+    // as signals.
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, answered](QDBusPendingCallWatcher *done) {
                 done->deleteLater();
