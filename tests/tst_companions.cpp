@@ -2,9 +2,6 @@
 
 #include "BuildConfig.h"
 #include "app/ZELMORHelperAppDelegate.h"
-#include "companions/installer/ComponentChecks.h"
-#include "companions/installer/InstallCommands.h"
-#include "companions/installer/InstallerWindow.h"
 #include "companions/statusbar/StatusbarCompanion.h"
 #include "companions/statusbar/StatusbarOptions.h"
 #include "platform/Bundle.h"
@@ -15,13 +12,10 @@
 #include "settings/SettingsStore.h"
 
 #include <QAction>
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QLocalServer>
 #include <QLockFile>
 #include <QMenu>
 #include <QProcess>
-#include <QTableWidget>
 #include <QTranslator>
 
 #include <csignal>
@@ -30,10 +24,6 @@
 #include <unistd.h>
 
 using namespace TestSupport;
-using ComponentChecks::Component;
-using ComponentChecks::Platform;
-using ComponentList = QList<ComponentChecks::Component>;
-Q_DECLARE_METATYPE(ComponentChecks::Platform)
 
 // The companions and one ZELMOR Helper per user. Local sockets live in this
 // test's own private folder (see isolateUser), so nothing the user runs answers.
@@ -60,19 +50,6 @@ class TestCompanions : public QObject
         process.start(program, arguments);
         QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, 60000);
         QVERIFY(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0);
-    }
-    static void fakeTool(const QString &path, const QByteArray &output, int exitCode = 0)
-    {
-        writeScript(path,
-                    "printf '%s\\n' '" + output + "'\nexit " + QByteArray::number(exitCode) + "\n");
-    }
-    static QString rowText(InstallerWindow &window, int row)
-    {
-        auto *table = window.findChild<QTableWidget *>("componentTable");
-        QStringList texts;
-        for (int column = 0; column < table->columnCount(); ++column)
-            texts << table->item(row, column)->text();
-        return texts.join('|');
     }
 
 private slots:
@@ -250,92 +227,6 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(CompanionChannel::isRunning(mainIdentifier()), 20000);
         ::kill(static_cast<pid_t>(process.processId()), SIGTERM);
         QVERIFY(process.waitForFinished(60000) && process.exitCode() == 0);
-    }
-
-    void commands_data()
-    {
-        columns<Platform, ComponentList, QString, QStringList>(
-            {"platform", "missing", "cmakeProgram", "commands"});
-        using C = Component;
-        const QString local = "/usr/local/bin/cmake";
-        QTest::newRow("debian, component order, packaged cmake path")
-            << Platform::Debian << ComponentList{C::Sdl2, C::CMake, C::Git} << "/usr/bin/cmake"
-            << QStringList{"sudo apt-get install git cmake libsdl2-dev"};
-        QTest::newRow("debian, cmake expected in /usr/local/bin")
-            << Platform::Debian << ComponentList{C::CMake} << local
-            << QStringList{"sudo apt-get install cmake", "sudo ln -sf /usr/bin/cmake " + local};
-        QTest::newRow("macos, sdl only") << Platform::MacOS << ComponentList{C::Sdl2} << local
-                                         << QStringList{"brew install sdl2"};
-        QTest::newRow("macos, everything")
-            << Platform::MacOS << ComponentList{C::Homebrew,  C::Git,         C::CMake, C::Make,
-                                                C::CCompiler, C::CxxCompiler, C::Sdl2}
-            << local
-            << QStringList{"xcode-select --install",
-                           "/bin/bash -c \"$(curl -fsSL "
-                           "https://raw.githubusercontent.com/Homebrew/install/HEAD/install.sh)\"",
-                           "eval \"$(/opt/homebrew/bin/brew shellenv 2>/dev/null || "
-                           "/usr/local/bin/brew shellenv)\"",
-                           "brew install cmake sdl2",
-                           "test -e /usr/local/bin/cmake || { sudo mkdir -p /usr/local/bin && "
-                           "sudo ln -s \"$(brew --prefix)/bin/cmake\" /usr/local/bin/cmake; }"};
-    }
-    void commands()
-    {
-        QFETCH(Platform, platform);
-        QFETCH(ComponentList, missing);
-        QFETCH(QString, cmakeProgram);
-        QTEST(InstallCommands::commandsFor(platform, missing, cmakeProgram), "commands");
-    }
-
-    // In the window a tool that is there but does not work is missing (cmake
-    // away from its expected place, a failing cc, a make that cannot run); the
-    // second check finds each by another route (gcc, clang++, pkg-config).
-    void findingTools()
-    {
-        QCOMPARE(ComponentChecks::parseVersion("\n  custom build  \nmore"),
-                 QString("custom build"));
-        QCOMPARE(ComponentChecks::parseVersion({}), QString());
-        // An empty search path is not this process's PATH.
-        QVERIFY(!ComponentChecks::check(Component::Git, QString(), {}).found);
-        QCOMPARE(ComponentChecks::searchPathFor(Platform::MacOS, "/usr/bin:/bin:/usr/local/bin"),
-                 QString("/usr/bin:/bin:/usr/local/bin:/opt/homebrew/bin"));
-        QCOMPARE(ComponentChecks::searchPathFor(Platform::Debian, "/usr/bin:/bin"),
-                 QString("/usr/bin:/bin"));
-
-        QTemporaryDir dir;
-        const QString bin = dir.path() + "/my tools", cmake = bin + "/fixed/cmake";
-        fakeTool(bin + "/git", "git version 2.39.2");
-        fakeTool(bin + "/sdl2-config", "2.26.5");
-        fakeTool(bin + "/cmake", "cmake version 3.25.1");
-        fakeTool(bin + "/cc", "xcode-select: note: no developer tools were found", 1);
-        writeFile(bin + "/make", "#!/bin/sh\necho GNU Make 4.3\n");
-        InstallerWindow window(Platform::Debian, bin, cmake);
-        QSignalSpy finished(&window, &InstallerWindow::checksFinished);
-        QVERIFY(window.isChecking());
-        QVERIFY(finished.wait(30000));
-        QCOMPARE(rowText(window, 0), "Git|Found, version 2.39.2|" + bin + "/git");
-        QCOMPARE(rowText(window, 1), "CMake|Missing|not at " + cmake);
-        const QString command = "sudo apt-get install cmake make gcc g++\nsudo mkdir -p '" + bin +
-                                "/fixed' && sudo ln -sf /usr/bin/cmake '" + cmake + "'";
-        QCOMPARE(window.installCommand(), command);
-        window.copyCommand();
-        QCOMPARE(QGuiApplication::clipboard()->text(), command);
-
-        QFile::remove(bin + "/sdl2-config");
-        fakeTool(cmake, "cmake version 3.25.1\n\nCMake suite maintained by Kitware");
-        fakeTool(bin + "/make", "GNU Make 4.3\nBuilt for x86_64-pc-linux-gnu");
-        fakeTool(bin + "/gcc", "gcc (Debian 12.2.0-14) 12.2.0");
-        fakeTool(bin + "/clang++", "Debian clang version 14.0.6");
-        fakeTool(bin + "/pkg-config", "2.26.5");
-        window.checkAgain();
-        QVERIFY(finished.wait(30000));
-        QCOMPARE(window.installCommand(), QString());
-        QStringList found;
-        for (const auto &result : window.results())
-            found << result.program << result.version;
-        QCOMPARE(found, (QStringList{bin + "/git", "2.39.2", cmake, "3.25.1", bin + "/make", "4.3",
-                                     bin + "/gcc", "12.2.0", bin + "/clang++", "14.0.6",
-                                     bin + "/pkg-config", "2.26.5"}));
     }
 };
 

@@ -158,7 +158,11 @@ private slots:
         // Qt's own texts too: the key names shown beside the menu items.
         QCOMPARE(ui->menuQuit->shortcut().toString(QKeySequence::NativeText), QString("Strg+Q"));
         QCOMPARE(shell.delegate()->firstTitle->text(), QString("Willkommen"));
+#ifdef Q_OS_MACOS
         QVERIFY(shell.delegate()->firstMessage->text().startsWith("Sie müssen Xcode"));
+#else // the prerequisites name this system's tools
+        QVERIFY(shell.delegate()->firstMessage->text().startsWith("Sie müssen git"));
+#endif
 
         AppController *controller = shell.controller();
         QCOMPARE(controller->buttonPerform->text(), QString("Ausführen"));

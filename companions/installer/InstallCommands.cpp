@@ -10,27 +10,6 @@ namespace InstallCommands {
 
 namespace {
 
-QString debianPackage(Component component)
-{
-    switch (component) {
-    case Component::Git:
-        return QStringLiteral("git");
-    case Component::CMake:
-        return QStringLiteral("cmake");
-    case Component::Make:
-        return QStringLiteral("make");
-    case Component::CCompiler:
-        return QStringLiteral("gcc");
-    case Component::CxxCompiler:
-        return QStringLiteral("g++");
-    case Component::Sdl2:
-        return QStringLiteral("libsdl2-dev");
-    case Component::Homebrew:
-        break;
-    }
-    return {};
-}
-
 QString brewFormula(Component component)
 {
     switch (component) {
@@ -69,6 +48,26 @@ QString linkCmakeCommand(Platform platform, const QString &cmakeProgram)
 
 } // namespace
 
+PackageTable debianPackages()
+{
+    return {{Component::Git, QStringLiteral("git")},
+            {Component::CMake, QStringLiteral("cmake")},
+            {Component::Make, QStringLiteral("make")},
+            {Component::CCompiler, QStringLiteral("gcc")},
+            {Component::CxxCompiler, QStringLiteral("g++")},
+            {Component::Sdl2, QStringLiteral("libsdl2-dev")}};
+}
+
+QStringList packageNames(const QList<Component> &missing, const PackageTable &packages)
+{
+    QStringList names;
+    for (const Component component : ComponentChecks::componentsFor(Platform::Debian)) {
+        if (missing.contains(component) && packages.contains(component))
+            names << packages.value(component);
+    }
+    return names;
+}
+
 QString packagedCmake(Platform platform)
 {
     return platform == Platform::Debian ? QStringLiteral("/usr/bin/cmake")
@@ -95,13 +94,9 @@ QStringList commandsFor(Platform platform, const QList<Component> &missing,
     const QList<Component> order = ComponentChecks::componentsFor(platform);
 
     if (platform == Platform::Debian) {
-        QStringList packages;
-        for (const Component component : order) {
-            if (missing.contains(component) && !debianPackage(component).isEmpty())
-                packages << debianPackage(component);
-        }
-        if (!packages.isEmpty())
-            commands << QStringLiteral("sudo apt-get install ") + packages.join(QLatin1Char(' '));
+        const QStringList names = packageNames(missing, debianPackages());
+        if (!names.isEmpty())
+            commands << QStringLiteral("sudo apt-get install ") + names.join(QLatin1Char(' '));
         if (cmakeMissing && cmakeProgram != packagedCmake(platform))
             commands << linkCmakeCommand(platform, cmakeProgram);
         return commands;

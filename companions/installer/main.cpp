@@ -15,8 +15,8 @@ int main(int argc, char *argv[])
         QCommandLineParser parser;
         CommandLine::prepare(parser, QCoreApplication::translate(
                                          "InstallerWindow",
-                                         "Checks the tools ZELMOR Helper needs and shows the "
-                                         "command that installs the missing ones."));
+                                         "Checks the tools ZELMOR Helper needs and installs the "
+                                         "missing ones."));
         const auto outcome =
             CommandLine::evaluate(parser, CommandLine::fromArgv(argc, argv),
                                   QStringLiteral("ZELMOR Install Componets"),

@@ -310,6 +310,25 @@
     </message>
 </context>
 <context>
+    <name>HomebrewInstaller</name>
+    <message>
+        <source>Installing with Homebrew</source>
+        <translation>Installation mit Homebrew</translation>
+    </message>
+    <message>
+        <source>The installer could not be started. Run the command below in a terminal.</source>
+        <translation>Das Installationsprogramm konnte nicht gestartet werden. Führen Sie den Befehl unten in einem Terminal aus.</translation>
+    </message>
+    <message>
+        <source>Apple&apos;s installer for the command line tools has opened. When it has finished, click Install again for the rest.</source>
+        <translation>Apples Installationsprogramm für die Command Line Tools wurde geöffnet. Wenn es fertig ist, klicken Sie für den Rest erneut auf „Installieren“.</translation>
+    </message>
+    <message>
+        <source>Homebrew could not install the packages; its output above says why.</source>
+        <translation>Homebrew konnte die Pakete nicht installieren; seine Ausgabe oben sagt, warum.</translation>
+    </message>
+</context>
+<context>
     <name>Installer</name>
     <message>
         <source>Install Components</source>
@@ -351,6 +370,30 @@
         <source>Install command</source>
         <translation>Installationsbefehl</translation>
     </message>
+    <message>
+        <source>Installation progress</source>
+        <translation>Installationsfortschritt</translation>
+    </message>
+    <message>
+        <source>Installation status</source>
+        <translation>Installationsstatus</translation>
+    </message>
+    <message>
+        <source>Installer output</source>
+        <translation>Ausgabe des Installationsprogramms</translation>
+    </message>
+    <message>
+        <source>Refresh and Try Again</source>
+        <translation>Aktualisieren und erneut versuchen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Installieren</translation>
+    </message>
 </context>
 <context>
     <name>InstallerWindow</name>
@@ -383,8 +426,20 @@
         <translation>Um das Fehlende zu installieren, führen Sie dies in einem Terminal aus und klicken Sie dann auf „Erneut prüfen“:</translation>
     </message>
     <message>
-        <source>Checks the tools ZELMOR Helper needs and shows the command that installs the missing ones.</source>
-        <translation>Prüft die Werkzeuge, die ZELMOR Helper braucht, und zeigt den Befehl, der die fehlenden installiert.</translation>
+        <source>Or run this in a terminal, then click Check Again:</source>
+        <translation>Oder führen Sie dies in einem Terminal aus und klicken Sie dann auf „Erneut prüfen“:</translation>
+    </message>
+    <message>
+        <source>Installing what is missing. The system may ask for your password.</source>
+        <translation>Das Fehlende wird installiert. Das System fragt eventuell nach Ihrem Passwort.</translation>
+    </message>
+    <message>
+        <source>Click Install to install what is missing.</source>
+        <translation>Klicken Sie auf „Installieren“, um das Fehlende zu installieren.</translation>
+    </message>
+    <message>
+        <source>Checks the tools ZELMOR Helper needs and installs the missing ones.</source>
+        <translation>Prüft die Werkzeuge, die ZELMOR Helper braucht, und installiert die fehlenden.</translation>
     </message>
 </context>
 <context>
@@ -559,6 +614,124 @@
     <message>
         <source>ZELMOR Helper</source>
         <translation>ZELMOR Helper</translation>
+    </message>
+</context>
+<context>
+    <name>PackageInstaller</name>
+    <message>
+        <source>Installation finished.</source>
+        <translation>Installation abgeschlossen.</translation>
+    </message>
+    <message>
+        <source>The installation was cancelled. The list shows what is installed now.</source>
+        <translation>Die Installation wurde abgebrochen. Die Liste zeigt, was jetzt installiert ist.</translation>
+    </message>
+</context>
+<context>
+    <name>PackageKitRules</name>
+    <message>
+        <source>Waiting for another installer…</source>
+        <translation>Warten auf ein anderes Installationsprogramm…</translation>
+    </message>
+    <message>
+        <source>Waiting for authentication</source>
+        <translation>Warten auf Authentifizierung</translation>
+    </message>
+    <message>
+        <source>Starting</source>
+        <translation>Wird gestartet</translation>
+    </message>
+    <message>
+        <source>Looking up packages</source>
+        <translation>Pakete werden gesucht</translation>
+    </message>
+    <message>
+        <source>Refreshing package lists</source>
+        <translation>Paketlisten werden aktualisiert</translation>
+    </message>
+    <message>
+        <source>Downloading</source>
+        <translation>Herunterladen</translation>
+    </message>
+    <message>
+        <source>Installing</source>
+        <translation>Installieren</translation>
+    </message>
+    <message>
+        <source>Checking signatures</source>
+        <translation>Signaturen werden geprüft</translation>
+    </message>
+    <message>
+        <source>Finishing</source>
+        <translation>Wird abgeschlossen</translation>
+    </message>
+    <message>
+        <source>Cancelling</source>
+        <translation>Wird abgebrochen</translation>
+    </message>
+    <message>
+        <source>Finished</source>
+        <translation>Abgeschlossen</translation>
+    </message>
+    <message>
+        <source>Working</source>
+        <translation>In Arbeit</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Not available from this system&apos;s package sources: %1.</source>
+        <translation>In den Paketquellen dieses Systems nicht verfügbar: %1.</translation>
+    </message>
+    <message>
+        <source>Nothing was installed: the packages are not signed by a source this system trusts. Check the package sources in the system&apos;s software settings, or run the command below in a terminal.</source>
+        <translation>Es wurde nichts installiert: Die Pakete sind nicht von einer Quelle signiert, der dieses System vertraut. Prüfen Sie die Paketquellen in den Software-Einstellungen des Systems, oder führen Sie den Befehl unten in einem Terminal aus.</translation>
+    </message>
+    <message>
+        <source>Installing was not authorized: the password prompt was cancelled, the password was wrong, or no password prompt can be shown in this session. Click Install to try again, or run the command below in a terminal.</source>
+        <translation>Die Installation wurde nicht erlaubt: Die Passwortabfrage wurde abgebrochen, das Passwort war falsch, oder in dieser Sitzung kann keine Passwortabfrage angezeigt werden. Klicken Sie auf „Installieren“, um es erneut zu versuchen, oder führen Sie den Befehl unten in einem Terminal aus.</translation>
+    </message>
+    <message>
+        <source>Another installer is using the package manager. Wait until it has finished, then click Install again.</source>
+        <translation>Ein anderes Installationsprogramm verwendet die Paketverwaltung. Warten Sie, bis es fertig ist, und klicken Sie dann erneut auf „Installieren“.</translation>
+    </message>
+    <message>
+        <source>The packages could not be downloaded. Check the internet connection, then click Install again.</source>
+        <translation>Die Pakete konnten nicht heruntergeladen werden. Prüfen Sie die Internetverbindung und klicken Sie dann erneut auf „Installieren“.</translation>
+    </message>
+    <message>
+        <source>There is not enough free disk space. Free some space, then click Install again.</source>
+        <translation>Es ist nicht genug freier Speicherplatz vorhanden. Geben Sie Platz frei und klicken Sie dann erneut auf „Installieren“.</translation>
+    </message>
+    <message>
+        <source>The package manager could not install the packages. Run the command below in a terminal to see why.</source>
+        <translation>Die Paketverwaltung konnte die Pakete nicht installieren. Führen Sie den Befehl unten in einem Terminal aus, um den Grund zu sehen.</translation>
+    </message>
+    <message>
+        <source>The package manager could not install the packages: %1</source>
+        <translation>Die Paketverwaltung konnte die Pakete nicht installieren: %1</translation>
+    </message>
+    <message>
+        <source>PackageKit, which installs software on this system, is not available. Run the command below in a terminal, then click Check Again.</source>
+        <translation>PackageKit, das auf diesem System Software installiert, ist nicht verfügbar. Führen Sie den Befehl unten in einem Terminal aus und klicken Sie dann auf „Erneut prüfen“.</translation>
+    </message>
+    <message>
+        <source>This computer is offline. Connect it to the internet, then click Install again.</source>
+        <translation>Dieser Computer ist offline. Verbinden Sie ihn mit dem Internet und klicken Sie dann erneut auf „Installieren“.</translation>
+    </message>
+    <message>
+        <source>The package manager stopped before it finished. The list shows what is installed now; click Install to try again.</source>
+        <translation>Die Paketverwaltung wurde beendet, bevor sie fertig war. Die Liste zeigt, was jetzt installiert ist; klicken Sie auf „Installieren“, um es erneut zu versuchen.</translation>
+    </message>
+    <message>
+        <source>This system&apos;s package lists do not know %1. Refresh the package lists and try again?</source>
+        <translation>Die Paketlisten dieses Systems kennen %1 nicht. Die Paketlisten aktualisieren und es erneut versuchen?</translation>
+    </message>
+    <message>
+        <source>%1 cannot be found in this system&apos;s package sources, even after refreshing the package lists. Check the package sources in the system&apos;s software settings, or run the command below in a terminal.</source>
+        <translation>%1 ist in den Paketquellen dieses Systems auch nach dem Aktualisieren der Paketlisten nicht zu finden. Prüfen Sie die Paketquellen in den Software-Einstellungen des Systems, oder führen Sie den Befehl unten in einem Terminal aus.</translation>
     </message>
 </context>
 <context>

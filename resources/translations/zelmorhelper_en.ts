@@ -310,6 +310,25 @@
     </message>
 </context>
 <context>
+    <name>HomebrewInstaller</name>
+    <message>
+        <source>Installing with Homebrew</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The installer could not be started. Run the command below in a terminal.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Apple&apos;s installer for the command line tools has opened. When it has finished, click Install again for the rest.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Homebrew could not install the packages; its output above says why.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>Installer</name>
     <message>
         <source>Install Components</source>
@@ -351,6 +370,30 @@
         <source>Install command</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Installation progress</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installation status</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installer output</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Refresh and Try Again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>InstallerWindow</name>
@@ -383,7 +426,19 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Checks the tools ZELMOR Helper needs and shows the command that installs the missing ones.</source>
+        <source>Or run this in a terminal, then click Check Again:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installing what is missing. The system may ask for your password.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click Install to install what is missing.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checks the tools ZELMOR Helper needs and installs the missing ones.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -558,6 +613,124 @@
     <name>OperationNotice</name>
     <message>
         <source>ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PackageInstaller</name>
+    <message>
+        <source>Installation finished.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The installation was cancelled. The list shows what is installed now.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PackageKitRules</name>
+    <message>
+        <source>Waiting for another installer…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Waiting for authentication</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Starting</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Looking up packages</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Refreshing package lists</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Downloading</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checking signatures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Finishing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancelling</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Finished</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Working</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not available from this system&apos;s package sources: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing was installed: the packages are not signed by a source this system trusts. Check the package sources in the system&apos;s software settings, or run the command below in a terminal.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installing was not authorized: the password prompt was cancelled, the password was wrong, or no password prompt can be shown in this session. Click Install to try again, or run the command below in a terminal.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another installer is using the package manager. Wait until it has finished, then click Install again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The packages could not be downloaded. Check the internet connection, then click Install again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is not enough free disk space. Free some space, then click Install again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The package manager could not install the packages. Run the command below in a terminal to see why.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The package manager could not install the packages: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>PackageKit, which installs software on this system, is not available. Run the command below in a terminal, then click Check Again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This computer is offline. Connect it to the internet, then click Install again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The package manager stopped before it finished. The list shows what is installed now; click Install to try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This system&apos;s package lists do not know %1. Refresh the package lists and try again?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 cannot be found in this system&apos;s package sources, even after refreshing the package lists. Check the package sources in the system&apos;s software settings, or run the command below in a terminal.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -310,6 +310,25 @@
     </message>
 </context>
 <context>
+    <name>HomebrewInstaller</name>
+    <message>
+        <source>Installing with Homebrew</source>
+        <translation>Instalando con Homebrew</translation>
+    </message>
+    <message>
+        <source>The installer could not be started. Run the command below in a terminal.</source>
+        <translation>No se pudo iniciar el instalador. Ejecute el comando de abajo en un terminal.</translation>
+    </message>
+    <message>
+        <source>Apple&apos;s installer for the command line tools has opened. When it has finished, click Install again for the rest.</source>
+        <translation>Se ha abierto el instalador de Apple de las herramientas de línea de comandos. Cuando termine, haga clic de nuevo en «Instalar» para el resto.</translation>
+    </message>
+    <message>
+        <source>Homebrew could not install the packages; its output above says why.</source>
+        <translation>Homebrew no pudo instalar los paquetes; su salida de arriba explica por qué.</translation>
+    </message>
+</context>
+<context>
     <name>Installer</name>
     <message>
         <source>Install Components</source>
@@ -351,6 +370,30 @@
         <source>Install command</source>
         <translation>Comando de instalación</translation>
     </message>
+    <message>
+        <source>Installation progress</source>
+        <translation>Progreso de la instalación</translation>
+    </message>
+    <message>
+        <source>Installation status</source>
+        <translation>Estado de la instalación</translation>
+    </message>
+    <message>
+        <source>Installer output</source>
+        <translation>Salida del instalador</translation>
+    </message>
+    <message>
+        <source>Refresh and Try Again</source>
+        <translation>Actualizar y volver a intentar</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Instalar</translation>
+    </message>
 </context>
 <context>
     <name>InstallerWindow</name>
@@ -383,8 +426,20 @@
         <translation>Para instalar lo que falta, ejecute esto en un terminal y después haga clic en «Volver a comprobar»:</translation>
     </message>
     <message>
-        <source>Checks the tools ZELMOR Helper needs and shows the command that installs the missing ones.</source>
-        <translation>Comprueba las herramientas que necesita ZELMOR Helper y muestra el comando que instala las que faltan.</translation>
+        <source>Or run this in a terminal, then click Check Again:</source>
+        <translation>O ejecute esto en un terminal y después haga clic en «Volver a comprobar»:</translation>
+    </message>
+    <message>
+        <source>Installing what is missing. The system may ask for your password.</source>
+        <translation>Instalando lo que falta. El sistema puede pedirle su contraseña.</translation>
+    </message>
+    <message>
+        <source>Click Install to install what is missing.</source>
+        <translation>Haga clic en «Instalar» para instalar lo que falta.</translation>
+    </message>
+    <message>
+        <source>Checks the tools ZELMOR Helper needs and installs the missing ones.</source>
+        <translation>Comprueba las herramientas que necesita ZELMOR Helper e instala las que faltan.</translation>
     </message>
 </context>
 <context>
@@ -559,6 +614,124 @@
     <message>
         <source>ZELMOR Helper</source>
         <translation>ZELMOR Helper</translation>
+    </message>
+</context>
+<context>
+    <name>PackageInstaller</name>
+    <message>
+        <source>Installation finished.</source>
+        <translation>Instalación terminada.</translation>
+    </message>
+    <message>
+        <source>The installation was cancelled. The list shows what is installed now.</source>
+        <translation>Se canceló la instalación. La lista muestra lo que está instalado ahora.</translation>
+    </message>
+</context>
+<context>
+    <name>PackageKitRules</name>
+    <message>
+        <source>Waiting for another installer…</source>
+        <translation>Esperando a otro instalador…</translation>
+    </message>
+    <message>
+        <source>Waiting for authentication</source>
+        <translation>Esperando la autenticación</translation>
+    </message>
+    <message>
+        <source>Starting</source>
+        <translation>Iniciando</translation>
+    </message>
+    <message>
+        <source>Looking up packages</source>
+        <translation>Buscando los paquetes</translation>
+    </message>
+    <message>
+        <source>Refreshing package lists</source>
+        <translation>Actualizando las listas de paquetes</translation>
+    </message>
+    <message>
+        <source>Downloading</source>
+        <translation>Descargando</translation>
+    </message>
+    <message>
+        <source>Installing</source>
+        <translation>Instalando</translation>
+    </message>
+    <message>
+        <source>Checking signatures</source>
+        <translation>Comprobando las firmas</translation>
+    </message>
+    <message>
+        <source>Finishing</source>
+        <translation>Terminando</translation>
+    </message>
+    <message>
+        <source>Cancelling</source>
+        <translation>Cancelando</translation>
+    </message>
+    <message>
+        <source>Finished</source>
+        <translation>Terminado</translation>
+    </message>
+    <message>
+        <source>Working</source>
+        <translation>Trabajando</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Not available from this system&apos;s package sources: %1.</source>
+        <translation>No disponible en las fuentes de paquetes de este sistema: %1.</translation>
+    </message>
+    <message>
+        <source>Nothing was installed: the packages are not signed by a source this system trusts. Check the package sources in the system&apos;s software settings, or run the command below in a terminal.</source>
+        <translation>No se instaló nada: los paquetes no están firmados por una fuente en la que confíe este sistema. Compruebe las fuentes de paquetes en la configuración de software del sistema o ejecute el comando de abajo en un terminal.</translation>
+    </message>
+    <message>
+        <source>Installing was not authorized: the password prompt was cancelled, the password was wrong, or no password prompt can be shown in this session. Click Install to try again, or run the command below in a terminal.</source>
+        <translation>La instalación no se autorizó: se canceló la petición de contraseña, la contraseña era incorrecta o en esta sesión no se puede mostrar ninguna petición de contraseña. Haga clic en «Instalar» para volver a intentarlo o ejecute el comando de abajo en un terminal.</translation>
+    </message>
+    <message>
+        <source>Another installer is using the package manager. Wait until it has finished, then click Install again.</source>
+        <translation>Otro instalador está usando el gestor de paquetes. Espere a que termine y después haga clic de nuevo en «Instalar».</translation>
+    </message>
+    <message>
+        <source>The packages could not be downloaded. Check the internet connection, then click Install again.</source>
+        <translation>No se pudieron descargar los paquetes. Compruebe la conexión a internet y después haga clic de nuevo en «Instalar».</translation>
+    </message>
+    <message>
+        <source>There is not enough free disk space. Free some space, then click Install again.</source>
+        <translation>No hay suficiente espacio libre en el disco. Libere espacio y después haga clic de nuevo en «Instalar».</translation>
+    </message>
+    <message>
+        <source>The package manager could not install the packages. Run the command below in a terminal to see why.</source>
+        <translation>El gestor de paquetes no pudo instalar los paquetes. Ejecute el comando de abajo en un terminal para ver por qué.</translation>
+    </message>
+    <message>
+        <source>The package manager could not install the packages: %1</source>
+        <translation>El gestor de paquetes no pudo instalar los paquetes: %1</translation>
+    </message>
+    <message>
+        <source>PackageKit, which installs software on this system, is not available. Run the command below in a terminal, then click Check Again.</source>
+        <translation>PackageKit, que instala el software en este sistema, no está disponible. Ejecute el comando de abajo en un terminal y después haga clic en «Volver a comprobar».</translation>
+    </message>
+    <message>
+        <source>This computer is offline. Connect it to the internet, then click Install again.</source>
+        <translation>Este equipo no tiene conexión. Conéctelo a internet y después haga clic de nuevo en «Instalar».</translation>
+    </message>
+    <message>
+        <source>The package manager stopped before it finished. The list shows what is installed now; click Install to try again.</source>
+        <translation>El gestor de paquetes se detuvo antes de terminar. La lista muestra lo que está instalado ahora; haga clic en «Instalar» para volver a intentarlo.</translation>
+    </message>
+    <message>
+        <source>This system&apos;s package lists do not know %1. Refresh the package lists and try again?</source>
+        <translation>Las listas de paquetes de este sistema no conocen %1. ¿Actualizar las listas de paquetes y volver a intentarlo?</translation>
+    </message>
+    <message>
+        <source>%1 cannot be found in this system&apos;s package sources, even after refreshing the package lists. Check the package sources in the system&apos;s software settings, or run the command below in a terminal.</source>
+        <translation>%1 no se encuentra en las fuentes de paquetes de este sistema, ni siquiera después de actualizar las listas de paquetes. Compruebe las fuentes de paquetes en la configuración de software del sistema o ejecute el comando de abajo en un terminal.</translation>
     </message>
 </context>
 <context>

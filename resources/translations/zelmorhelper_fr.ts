@@ -233,7 +233,7 @@
     </message>
     <message>
         <source> holds more than submodule entries!</source>
-        <translation> contient plus que des entrées de sous-modules !</translation>
+        <translation> contient plus que des entrées de sous-modules&#xa0;!</translation>
     </message>
     <message>
         <source> The modules are not registered in .git/config.</source>
@@ -241,11 +241,11 @@
     </message>
     <message>
         <source> is not a plain module URL!</source>
-        <translation> n’est pas une simple URL de module !</translation>
+        <translation> n’est pas une simple URL de module&#xa0;!</translation>
     </message>
     <message>
         <source> is your home folder or the workspace, or holds one of them! Compiling empties the output folder: please choose another one.</source>
-        <translation> est votre dossier personnel ou le dossier de travail, ou contient l’un d’eux ! La compilation vide le dossier de sortie : veuillez en choisir un autre.</translation>
+        <translation> est votre dossier personnel ou le dossier de travail, ou contient l’un d’eux&#xa0;! La compilation vide le dossier de sortie&#xa0;: veuillez en choisir un autre.</translation>
     </message>
 </context>
 <context>
@@ -310,6 +310,25 @@
     </message>
 </context>
 <context>
+    <name>HomebrewInstaller</name>
+    <message>
+        <source>Installing with Homebrew</source>
+        <translation>Installation avec Homebrew</translation>
+    </message>
+    <message>
+        <source>The installer could not be started. Run the command below in a terminal.</source>
+        <translation>Le programme d'installation n'a pas pu être lancé. Exécutez la commande ci-dessous dans un terminal.</translation>
+    </message>
+    <message>
+        <source>Apple&apos;s installer for the command line tools has opened. When it has finished, click Install again for the rest.</source>
+        <translation>Le programme d'installation d'Apple pour les outils en ligne de commande s'est ouvert. Quand il a terminé, cliquez à nouveau sur « Installer » pour le reste.</translation>
+    </message>
+    <message>
+        <source>Homebrew could not install the packages; its output above says why.</source>
+        <translation>Homebrew n'a pas pu installer les paquets ; sa sortie ci-dessus indique pourquoi.</translation>
+    </message>
+</context>
+<context>
     <name>Installer</name>
     <message>
         <source>Install Components</source>
@@ -351,6 +370,30 @@
         <source>Install command</source>
         <translation>Commande d’installation</translation>
     </message>
+    <message>
+        <source>Installation progress</source>
+        <translation>Progression de l'installation</translation>
+    </message>
+    <message>
+        <source>Installation status</source>
+        <translation>État de l'installation</translation>
+    </message>
+    <message>
+        <source>Installer output</source>
+        <translation>Sortie du programme d'installation</translation>
+    </message>
+    <message>
+        <source>Refresh and Try Again</source>
+        <translation>Actualiser et réessayer</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Installer</translation>
+    </message>
 </context>
 <context>
     <name>InstallerWindow</name>
@@ -383,8 +426,20 @@
         <translation>Pour installer ce qui manque, exécutez ceci dans un terminal, puis cliquez sur «&#xa0;Vérifier à nouveau&#xa0;»&#xa0;:</translation>
     </message>
     <message>
-        <source>Checks the tools ZELMOR Helper needs and shows the command that installs the missing ones.</source>
-        <translation>Vérifie les outils dont ZELMOR Helper a besoin et affiche la commande qui installe ceux qui manquent.</translation>
+        <source>Or run this in a terminal, then click Check Again:</source>
+        <translation>Ou exécutez ceci dans un terminal, puis cliquez sur « Vérifier à nouveau » :</translation>
+    </message>
+    <message>
+        <source>Installing what is missing. The system may ask for your password.</source>
+        <translation>Installation de ce qui manque. Le système peut vous demander votre mot de passe.</translation>
+    </message>
+    <message>
+        <source>Click Install to install what is missing.</source>
+        <translation>Cliquez sur « Installer » pour installer ce qui manque.</translation>
+    </message>
+    <message>
+        <source>Checks the tools ZELMOR Helper needs and installs the missing ones.</source>
+        <translation>Vérifie les outils dont ZELMOR Helper a besoin et installe ceux qui manquent.</translation>
     </message>
 </context>
 <context>
@@ -562,6 +617,124 @@
     </message>
 </context>
 <context>
+    <name>PackageInstaller</name>
+    <message>
+        <source>Installation finished.</source>
+        <translation>Installation terminée.</translation>
+    </message>
+    <message>
+        <source>The installation was cancelled. The list shows what is installed now.</source>
+        <translation>L'installation a été annulée. La liste montre ce qui est installé maintenant.</translation>
+    </message>
+</context>
+<context>
+    <name>PackageKitRules</name>
+    <message>
+        <source>Waiting for another installer…</source>
+        <translation>En attente d'un autre programme d'installation…</translation>
+    </message>
+    <message>
+        <source>Waiting for authentication</source>
+        <translation>En attente d'authentification</translation>
+    </message>
+    <message>
+        <source>Starting</source>
+        <translation>Démarrage</translation>
+    </message>
+    <message>
+        <source>Looking up packages</source>
+        <translation>Recherche des paquets</translation>
+    </message>
+    <message>
+        <source>Refreshing package lists</source>
+        <translation>Actualisation des listes de paquets</translation>
+    </message>
+    <message>
+        <source>Downloading</source>
+        <translation>Téléchargement</translation>
+    </message>
+    <message>
+        <source>Installing</source>
+        <translation>Installation</translation>
+    </message>
+    <message>
+        <source>Checking signatures</source>
+        <translation>Vérification des signatures</translation>
+    </message>
+    <message>
+        <source>Finishing</source>
+        <translation>Finalisation</translation>
+    </message>
+    <message>
+        <source>Cancelling</source>
+        <translation>Annulation</translation>
+    </message>
+    <message>
+        <source>Finished</source>
+        <translation>Terminé</translation>
+    </message>
+    <message>
+        <source>Working</source>
+        <translation>En cours</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1 : %2</translation>
+    </message>
+    <message>
+        <source>Not available from this system&apos;s package sources: %1.</source>
+        <translation>Non disponible dans les sources de paquets de ce système : %1.</translation>
+    </message>
+    <message>
+        <source>Nothing was installed: the packages are not signed by a source this system trusts. Check the package sources in the system&apos;s software settings, or run the command below in a terminal.</source>
+        <translation>Rien n'a été installé : les paquets ne sont pas signés par une source à laquelle ce système fait confiance. Vérifiez les sources de paquets dans les réglages logiciels du système, ou exécutez la commande ci-dessous dans un terminal.</translation>
+    </message>
+    <message>
+        <source>Installing was not authorized: the password prompt was cancelled, the password was wrong, or no password prompt can be shown in this session. Click Install to try again, or run the command below in a terminal.</source>
+        <translation>L'installation n'a pas été autorisée : la demande de mot de passe a été annulée, le mot de passe était erroné, ou aucune demande de mot de passe ne peut s'afficher dans cette session. Cliquez sur « Installer » pour réessayer, ou exécutez la commande ci-dessous dans un terminal.</translation>
+    </message>
+    <message>
+        <source>Another installer is using the package manager. Wait until it has finished, then click Install again.</source>
+        <translation>Un autre programme d'installation utilise le gestionnaire de paquets. Attendez qu'il ait terminé, puis cliquez à nouveau sur « Installer ».</translation>
+    </message>
+    <message>
+        <source>The packages could not be downloaded. Check the internet connection, then click Install again.</source>
+        <translation>Les paquets n'ont pas pu être téléchargés. Vérifiez la connexion à Internet, puis cliquez à nouveau sur « Installer ».</translation>
+    </message>
+    <message>
+        <source>There is not enough free disk space. Free some space, then click Install again.</source>
+        <translation>Il n'y a pas assez d'espace disque libre. Libérez de l'espace, puis cliquez à nouveau sur « Installer ».</translation>
+    </message>
+    <message>
+        <source>The package manager could not install the packages. Run the command below in a terminal to see why.</source>
+        <translation>Le gestionnaire de paquets n'a pas pu installer les paquets. Exécutez la commande ci-dessous dans un terminal pour voir pourquoi.</translation>
+    </message>
+    <message>
+        <source>The package manager could not install the packages: %1</source>
+        <translation>Le gestionnaire de paquets n'a pas pu installer les paquets : %1</translation>
+    </message>
+    <message>
+        <source>PackageKit, which installs software on this system, is not available. Run the command below in a terminal, then click Check Again.</source>
+        <translation>PackageKit, qui installe les logiciels sur ce système, n'est pas disponible. Exécutez la commande ci-dessous dans un terminal, puis cliquez sur « Vérifier à nouveau ».</translation>
+    </message>
+    <message>
+        <source>This computer is offline. Connect it to the internet, then click Install again.</source>
+        <translation>Cet ordinateur est hors ligne. Connectez-le à Internet, puis cliquez à nouveau sur « Installer ».</translation>
+    </message>
+    <message>
+        <source>The package manager stopped before it finished. The list shows what is installed now; click Install to try again.</source>
+        <translation>Le gestionnaire de paquets s'est arrêté avant d'avoir terminé. La liste montre ce qui est installé maintenant ; cliquez sur « Installer » pour réessayer.</translation>
+    </message>
+    <message>
+        <source>This system&apos;s package lists do not know %1. Refresh the package lists and try again?</source>
+        <translation>Les listes de paquets de ce système ne connaissent pas %1. Actualiser les listes de paquets et réessayer ?</translation>
+    </message>
+    <message>
+        <source>%1 cannot be found in this system&apos;s package sources, even after refreshing the package lists. Check the package sources in the system&apos;s software settings, or run the command below in a terminal.</source>
+        <translation>%1 est introuvable dans les sources de paquets de ce système, même après l'actualisation des listes de paquets. Vérifiez les sources de paquets dans les réglages logiciels du système, ou exécutez la commande ci-dessous dans un terminal.</translation>
+    </message>
+</context>
+<context>
     <name>Preferences</name>
     <message>
         <source>Select workspace folder</source>
@@ -702,7 +875,7 @@
     </message>
     <message>
         <source>How it was started; &quot;autoLaunched&quot; (at login) skips the greeting.</source>
-        <translation>Mode de démarrage ; « autoLaunched » (à l’ouverture de session) saute le message d’accueil.</translation>
+        <translation>Mode de démarrage&#xa0;; «&#xa0;autoLaunched&#xa0;» (à l’ouverture de session) saute le message d’accueil.</translation>
     </message>
     <message>
         <source>Run without a tray icon (sessions without a tray).</source>
