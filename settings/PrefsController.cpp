@@ -14,8 +14,6 @@
 #include "widgets/Popover.h"
 
 #include <QActionGroup>
-#include <QDir>
-#include <QFileDialog>
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QShortcut>
@@ -24,50 +22,8 @@
 #include <QProcess>
 #include <QTimer>
 #include <QToolBar>
-#include <QUrl>
 
 namespace {
-
-PrefsController::FolderChooser &folderChooserHook()
-{
-    static PrefsController::FolderChooser hook;
-    return hook;
-}
-
-// The folder chooser of the preferences window: folders only, new folders
-// allowed, shown as a sheet, opened at `start`. It answers with the folder it
-// is showing, not an entry highlighted inside it, so "choose the parent
-// folder" works the way the help text says; a folder path the user typed
-// counts as shown, since a native panel goes there before it can end.
-void openFolderPanel(QWidget *window, const QString &start,
-                     std::function<void(std::optional<QString>)> done)
-{
-    auto *panel = new QFileDialog(window);
-    panel->setFileMode(QFileDialog::Directory);
-    panel->setOption(QFileDialog::ShowDirsOnly, true);
-    // Qt's own dialog, because some platform dialogs (the desktop portal)
-    // report only the folder they started in, not the one they show.
-    panel->setOption(QFileDialog::DontUseNativeDialog, true);
-    panel->setLabelText(QFileDialog::Accept, PrefsController::tr("Select"));
-    panel->setDirectory(start);
-    QObject::connect(panel, &QDialog::finished, panel, [panel, done](int result) {
-        panel->deleteLater();
-        if (result != QDialog::Accepted) {
-            done(std::nullopt);
-            return;
-        }
-        const QUrl shown = panel->directoryUrl();
-        if (!shown.isLocalFile() || shown.toLocalFile().isEmpty()) {
-            done(std::nullopt);
-            return;
-        }
-        // The name field has no accessor of its own; Qt names it.
-        auto *nameField = panel->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
-        done(FolderChoice::shownFolder(shown.toLocalFile(), nameField ? nameField->text() : QString(),
-                                       QDir::homePath(), FolderChoice::isExistingFolder));
-    });
-    panel->open();
-}
 
 Qt::CheckState checkStateOf(int value)
 {
@@ -222,11 +178,6 @@ void PrefsController::showWindow()
     prefsWindow->activateWindow();
 }
 
-void PrefsController::setFolderChooser(FolderChooser chooser)
-{
-    folderChooserHook() = std::move(chooser);
-}
-
 void PrefsController::askforHelp()
 {
     popover->showRelativeToRect(helpButton->rect(), helpButton, Popover::MaxXEdge);
@@ -282,11 +233,11 @@ void PrefsController::defaultToZELMORCheckBox()
 
     const QString root = rootText->text();
     const QString output = outputText->text();
-    if (const auto workspace = PathRules::workspaceWithDefaultName(root)) {
+    if (const auto workspace = PathRules::withDefaultName(PathRules::Folder::Workspace, root)) {
         rootText->setText(*workspace);
         store.setObject(SettingsKeys::Workspace, rootText->text());
     }
-    if (const auto out = PathRules::outputWithDefaultName(output)) {
+    if (const auto out = PathRules::withDefaultName(PathRules::Folder::Output, output)) {
         outputText->setText(*out);
         store.setObject(SettingsKeys::Output, outputText->text());
     }
@@ -294,53 +245,32 @@ void PrefsController::defaultToZELMORCheckBox()
 
 void PrefsController::browserRoot()
 {
-    openFolderChooser(Chooser::Workspace);
+    openFolderChooser(PathRules::Folder::Workspace);
 }
 
 void PrefsController::browserOutput()
 {
-    openFolderChooser(Chooser::Output);
+    openFolderChooser(PathRules::Folder::Output);
 }
 
-void PrefsController::openFolderChooser(Chooser which)
+void PrefsController::openFolderChooser(PathRules::Folder which)
 {
     // Read at the click: what counts is the switch as it was when the user
     // asked for the chooser, not when the chooser ends.
     const int defaultName = SettingsStore::standard().intValue(SettingsKeys::DefaultNameZELMOR);
-    // It opens where choosing again would give back what is stored.
-    const bool workspace = which == Chooser::Workspace;
-    const QString stored = SettingsStore::standard().stringValue(
-        workspace ? SettingsKeys::Workspace : SettingsKeys::Output);
-    const QString appended = defaultName != 1 ? QString()
-                             : workspace      ? QStringLiteral("/ZELMOR")
-                                              : QStringLiteral("/ZELMOR/Output");
-    const QString start = FolderChoice::startFolder(stored, appended, QDir::homePath(),
-                                                    FolderChoice::isExistingFolder);
+    const QString key = PathRules::settingsKey(which);
     QPointer<PrefsController> self(this);
-    auto done = [self, which, defaultName](const std::optional<QString> &folder) {
-        if (self)
-            self->folderChooserDidEnd(which, defaultName, folder);
-    };
-    if (folderChooserHook())
-        folderChooserHook()(prefsWindow, which, done);
-    else
-        openFolderPanel(prefsWindow, start, done);
-}
-
-void PrefsController::folderChooserDidEnd(Chooser which, int defaultName,
-                                          const std::optional<QString> &folder)
-{
-    if (!folder || folder->isEmpty())
-        return;
-    if (which == Chooser::Workspace) {
-        pathStr = PathRules::workspaceFromChosenFolder(*folder, defaultName);
-        SettingsStore::standard().setObject(SettingsKeys::Workspace, pathStr);
-        rootText->setText(pathStr);
-    } else {
-        pathStr = PathRules::outputFromChosenFolder(*folder, defaultName);
-        SettingsStore::standard().setObject(SettingsKeys::Output, pathStr);
-        outputText->setText(pathStr);
-    }
+    FolderChoice::choose(
+        prefsWindow, tr("Select"), SettingsStore::standard().stringValue(key),
+        PathRules::appendedByChooser(which, defaultName),
+        [self, which, key, defaultName](const std::optional<QString> &folder) {
+            if (!self || !folder || folder->isEmpty())
+                return;
+            self->pathStr = PathRules::fromChosenFolder(which, *folder, defaultName);
+            SettingsStore::standard().setObject(key, self->pathStr);
+            (which == PathRules::Folder::Workspace ? self->rootText : self->outputText)
+                ->setText(self->pathStr);
+        });
 }
 
 void PrefsController::logCheckBox()

@@ -15,6 +15,7 @@
 #include "ui_MainWindow.h"
 #include "widgets/AlertSheet.h"
 #include "widgets/ConsoleFindBar.h"
+#include "widgets/FolderChoice.h"
 #include "widgets/Popover.h"
 #include "workflow/AppController.h"
 #include "workflow/MainWindow.h"
@@ -99,18 +100,16 @@ private slots:
                                TestSupport::readFile(TestSupport::buildBundleDir() + info));
         Bundle::setMainBundlePath(m_bundle.path());
         store().registerApplicationDefaults(Bundle::mainBundlePath());
-        PrefsController::setFolderChooser(
-            [this](QWidget *, PrefsController::Chooser which, auto) { m_choosers << which; });
-        ZELMORHelperAppDelegate::setFolderChooser(
-            [this](QWidget *, const QString &, auto) { ++m_wizardChoosers; });
+        // Every chooser picks /picked at once.
+        FolderChoice::setChooser(
+            [](const FolderChoice::Request &, FolderChoice::Done done) { done("/picked"); });
     }
 
     void init()
     {
         store().persisted().removeDomain();
         store().setObject(SettingsKeys::FirstLaunch, 0);
-        m_choosers.clear();
-        m_wizardChoosers = m_wizardHints = 0;
+        m_wizardHints = 0;
         QDir(agentFolder()).removeRecursively();
         QDir().mkpath(agentFolder());
     }
@@ -137,13 +136,15 @@ private slots:
             [this] { return !m_shell->controller()->outputField->toPlainText().isEmpty(); });
         row(Main, "Done", [this] { return !m_shell->menu()->findBar()->isVisible(); });
         row(PrefsPaths, "browserOutputButton",
-            [this] { return m_choosers == QList{PrefsController::Chooser::Output}; });
+            [this] { return prefs()->outputText->text() == "/picked/ZELMOR/Output"; });
         row(PrefsPaths, "Switches", [this] { return prefs()->switchView->isVisible(); });
         row(PrefsSwitches, "switchResetWarnings", [] {
             return store().objectForKey(SettingsKeys::FirstLaunch) == QVariant(QString("1"));
         });
         row(FirstLaunchSheet);
-        row(WizardSheet, "wizardBrowseOutputButton", [this] { return m_wizardChoosers == 1; });
+        row(WizardSheet, "wizardBrowseOutputButton", [this] {
+            return m_shell->delegate()->iniOutputText->text() == "/picked/ZELMOR/Output";
+        });
         row(WizardSheet, "wizardHelpButton",
             [this] { return m_shell->delegate()->iniPopover->isShown(); });
         row(WizardSheet, "wizardOKButton",
@@ -386,8 +387,6 @@ private:
     std::unique_ptr<InstallerWindow> m_installer;
     std::unique_ptr<StatusbarCompanion> m_companion;
     QPointer<AlertSheet> m_alert;
-    QList<PrefsController::Chooser> m_choosers;
-    int m_wizardChoosers = 0;
     int m_wizardHints = 0;
     QTemporaryDir m_emptyDir;
     QTemporaryDir m_bundle;

@@ -1,4 +1,5 @@
 #include "ControllerHarness.h"
+#include "FolderDialogDriver.h"
 
 #include "app/AboutController.h"
 #include "app/ApplicationShell.h"
@@ -9,6 +10,7 @@
 #include "platform/Relaunch.h"
 #include "ui_MainWindow.h"
 #include "widgets/ConsoleFindBar.h"
+#include "widgets/FolderChoice.h"
 #include "widgets/Popover.h"
 #include "workflow/AppController.h"
 #include "workflow/OperationNotice.h"
@@ -188,31 +190,66 @@ private slots:
         QTest::mouseClick(help, Qt::LeftButton);
         expectPopover(d->iniPopover, help, Popover::MinXEdge);
 
-        // The user picks parent folders, taken as given; a cancel keeps what is stored.
-        m_answers = {m_dir.path(), "/", "", ""};
-        ZELMORHelperAppDelegate::setFolderChooser(
-            [this](QWidget *, const QString &, std::function<void(const QString &)> done) {
-                done(m_answers.isEmpty() ? QString() : m_answers.takeFirst());
-            });
-        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
-        QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
-        const QString workspace = m_dir.path() + "/ZELMOR";
-        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
-        QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
-        QCOMPARE(store().stringValue(SettingsKeys::Workspace), workspace);
-        QCOMPARE(store().stringValue(SettingsKeys::Output), "//ZELMOR/Output");
-
-        // The real chooser opens where choosing again gives back the stored path.
-        ZELMORHelperAppDelegate::setFolderChooser({});
-        d->wizardBrowseWorkspaceButton->click();
-        QFileDialog *dialog = nullptr;
-        QTRY_VERIFY((dialog = d->wizardWindow->findChild<QFileDialog *>()) && dialog->isVisible());
-        QCOMPARE(dialog->directory().absolutePath(), m_dir.path());
-        QCOMPARE(dialog->labelText(QFileDialog::Accept), "Select");
-        dialog->reject();
         QTest::mouseClick(d->wizardOKButton, Qt::LeftButton);
         QCOMPARE(store().intValue(SettingsKeys::Initialization), 0);
         QVERIFY(!d->wizardWindow);
+    }
+
+    // The wizard's choosers take parent folders as given and always add the
+    // default names; a cancel keeps what is stored.
+    void wizardStoresTheChosenParentFolders()
+    {
+        ZELMORHelperAppDelegate *d = openWizard();
+        QStringList answers{m_dir.path(), "/", "", ""};
+        QList<FolderChoice::Request> requests;
+        FolderChoice::setChooser([&](const FolderChoice::Request &request, FolderChoice::Done done) {
+            requests << request;
+            const QString answer = answers.takeFirst();
+            done(answer.isEmpty() ? std::nullopt : std::optional<QString>(answer));
+        });
+        const auto restore = qScopeGuard([] { FolderChoice::setChooser({}); });
+        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
+        QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
+        const QString workspace = m_dir.path() + "/ZELMOR";
+        QCOMPARE(d->iniWorkSpaceText->text(), workspace);
+        QCOMPARE(d->iniOutputText->text(), "//ZELMOR/Output");
+        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
+        QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
+        QVERIFY(d->inipathStr.isEmpty());
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), workspace);
+        QCOMPARE(store().stringValue(SettingsKeys::Output), "//ZELMOR/Output");
+        QCOMPARE(requests.size(), 4);
+        QCOMPARE(requests.first().window, d->wizardWindow.data());
+        QCOMPARE(requests.first().prompt, "Select");
+        // It opens where choosing again gives back what is stored.
+        QCOMPARE(requests.at(2).start, m_dir.path());
+        QCOMPARE(requests.at(3).start, "/");
+    }
+
+    // The real chooser answers in the wizard as in the preferences: with the
+    // folder it shows, a typed folder path counting and a bare name not.
+    void wizardChooserTakesTheTypedFolder_data()
+    {
+        columns<QString, QString>({"typed", "stored"});
+        QTest::newRow("typed path") << "<dir>/Dev/inner" << "/Dev/inner/ZELMOR";
+        QTest::newRow("entry name") << "inner" << "/Dev/ZELMOR";
+        QTest::newRow("cancelled") << "" << "/Dev/src";
+    }
+    void wizardChooserTakesTheTypedFolder()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, stored);
+        QDir(m_dir.path()).mkpath("Dev/inner");
+        ZELMORHelperAppDelegate *d = openWizard();
+        store().setObject(SettingsKeys::Workspace, m_dir.path() + "/Dev/src"); // opens at Dev
+        d->wizardBrowseWorkspaceButton->click();
+        QFileDialog *dialog = openFolderDialog(d->wizardWindow);
+        QVERIFY(dialog);
+        QCOMPARE(dialog->windowModality(), Qt::WindowModal);
+        QCOMPARE(dialog->labelText(QFileDialog::Accept), "Select");
+        QCOMPARE(dialog->directory().absolutePath(), m_dir.path() + "/Dev");
+        QVERIFY(answerFolderDialog(dialog, typed.replace("<dir>", m_dir.path())));
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), m_dir.path() + stored);
     }
 
     // Titles, finding in the console, then every menu's actions, on one main window.
@@ -404,6 +441,14 @@ private:
         m_shell->start();
     }
     ZELMORHelperAppDelegate *delegate() const { return m_shell->delegate(); }
+    // A first launch, past its first sheet.
+    ZELMORHelperAppDelegate *openWizard()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, 1);
+        start();
+        delegate()->firstOKButton->click();
+        return delegate();
+    }
     Ui::MainWindow *ui() const { return m_shell->window()->ui(); }
 
     QTemporaryDir m_dir;
@@ -411,7 +456,6 @@ private:
     FakeNotifications m_fake;
     QString m_bundle, m_statusbarMarker, m_installerMarker, m_statusbarId;
     std::unique_ptr<ApplicationShell> m_shell;
-    QStringList m_answers;
     QList<float> m_relaunches;
 };
 

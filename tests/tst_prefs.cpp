@@ -1,3 +1,4 @@
+#include "FolderDialogDriver.h"
 #include "TestSupport.h"
 
 #include "platform/Bundle.h"
@@ -192,47 +193,72 @@ private slots:
               "expected");
     }
 
-    // A typed folder (under m_dir) is stored, named by the switch as at the
-    // click; cancelled, nothing is stored.
-    void realChooserTakesTheTypedFolder_data()
+    // The chooser opens on the window where choosing again gives back what is
+    // stored, and its folder is stored named by the switch as it was at the
+    // click; a cancel stores nothing.
+    void chosenFolderIsNamedByTheSwitchAtTheClick_data()
     {
-        columns<bool, int, QString, QString>({"workspace", "defaultName", "typed", "stored"});
-        QTest::newRow("workspace, typed, switch off") << true << 0 << "/Dev/inner" << "/Dev/inner";
-        QTest::newRow("output, name, on") << false << 1 << "inner" << "/Dev/ZELMOR/Output";
-        QTest::newRow("cancelled") << true << 1 << "" << "/Dev/ZELMOR";
+        columns<bool, int, QString, QString>({"workspace", "defaultName", "chosen", "stored"});
+        QTest::newRow("workspace, on") << true << 1 << "/p" << "/p/ZELMOR";
+        QTest::newRow("output, on") << false << 1 << "/p" << "/p/ZELMOR/Output";
+        QTest::newRow("workspace, off, as chosen") << true << 0 << "/p/" << "/p/";
+        QTest::newRow("output, off") << false << 0 << "/p" << "/p";
+        QTest::newRow("cancelled") << false << 1 << "" << "<dev>/ZELMOR/Output";
     }
-    void realChooserTakesTheTypedFolder()
+    void chosenFolderIsNamedByTheSwitchAtTheClick()
     {
         QFETCH(bool, workspace);
         QFETCH(int, defaultName);
-        QFETCH(QString, typed);
+        QFETCH(QString, chosen);
         QFETCH(QString, stored);
         const QString key = workspace ? SettingsKeys::Workspace : SettingsKeys::Output;
         const QString dev = m_dir.path() + "/Dev";
         const QString names = !defaultName ? "" : workspace ? "/ZELMOR" : "/ZELMOR/Output";
         storeAll({{SettingsKeys::DefaultNameZELMOR, defaultName}, {key, dev + names}});
         PrefsController prefs(nullptr);
-        prefs.showWindow();
+        QList<FolderChoice::Request> requests;
+        FolderChoice::setChooser([&](const FolderChoice::Request &request, FolderChoice::Done done) {
+            requests << request;
+            // The switch turns while the chooser is up.
+            store().setObject(SettingsKeys::DefaultNameZELMOR, 1 - defaultName);
+            done(chosen.isEmpty() ? std::nullopt : std::optional<QString>(chosen));
+        });
+        const auto restore = qScopeGuard([] { FolderChoice::setChooser({}); });
         (workspace ? prefs.browserRootButton : prefs.browserOutputButton)->click();
-        store().setObject(SettingsKeys::DefaultNameZELMOR, 1 - defaultName);
-        QFileDialog *panel = nullptr;
-        QTRY_VERIFY((panel = prefs.window()->findChild<QFileDialog *>()) && panel->isVisible());
-        QCOMPARE(panel->windowModality(), Qt::WindowModal);
-        QCOMPARE(panel->labelText(QFileDialog::Accept), "Select");
-        QCOMPARE(panel->directory().absolutePath(), dev);
-        if (typed.isEmpty()) {
-            static_cast<QDialog *>(panel)->reject();
-        } else {
-            auto *name = panel->findChild<QLineEdit *>("fileNameEdit");
-            panel->activateWindow();
-            QVERIFY(QTest::qWaitForWindowActive(panel));
-            name->setFocus();
-            QTest::keyClicks(name, typed.startsWith('/') ? m_dir.path() + typed : typed);
-            QTest::keyClick(name, Qt::Key_Return);
-        }
-        QTRY_VERIFY(!prefs.window()->findChild<QFileDialog *>());
-        QCOMPARE(store().stringValue(key), m_dir.path() + stored);
-        QCOMPARE((workspace ? prefs.rootText : prefs.outputText)->text(), m_dir.path() + stored);
+        QCOMPARE(requests.size(), 1);
+        QCOMPARE(requests.first().window, prefs.window());
+        QCOMPARE(requests.first().start, dev);
+        QCOMPARE(requests.first().prompt, "Select");
+        stored.replace("<dev>", dev);
+        QCOMPARE(store().stringValue(key), stored);
+        QCOMPARE((workspace ? prefs.rootText : prefs.outputText)->text(), stored);
+    }
+
+    // The real chooser is window-modal and answers with the folder it shows:
+    // a folder path typed into it counts, a bare name only picks an entry.
+    void realChooserTakesTheTypedFolder_data()
+    {
+        columns<QString, QString>({"typed", "stored"});
+        QTest::newRow("typed path") << "<dir>/Dev/inner" << "/Dev/inner/ZELMOR";
+        QTest::newRow("entry name") << "inner" << "/Dev/ZELMOR";
+        QTest::newRow("cancelled") << "" << "/Dev/src";
+    }
+    void realChooserTakesTheTypedFolder()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, stored);
+        store().setObject(SettingsKeys::Workspace, m_dir.path() + "/Dev/src"); // opens at Dev
+        PrefsController prefs(nullptr);
+        prefs.showWindow();
+        prefs.browserRootButton->click();
+        QFileDialog *dialog = openFolderDialog(prefs.window());
+        QVERIFY(dialog);
+        QCOMPARE(dialog->windowModality(), Qt::WindowModal);
+        QCOMPARE(dialog->labelText(QFileDialog::Accept), "Select");
+        QCOMPARE(dialog->directory().absolutePath(), m_dir.path() + "/Dev");
+        QVERIFY(answerFolderDialog(dialog, typed.replace("<dir>", m_dir.path())));
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), m_dir.path() + stored);
+        QCOMPARE(prefs.rootText->text(), m_dir.path() + stored);
     }
 
     void agentTexts()

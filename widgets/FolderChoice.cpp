@@ -1,11 +1,48 @@
 #include "widgets/FolderChoice.h"
 
 #include <QDir>
+#include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
+#include <QUrl>
 
 namespace FolderChoice {
 
 namespace {
+
+Chooser &chooserHook()
+{
+    static Chooser hook;
+    return hook;
+}
+
+void openDialog(const Request &request, Done done)
+{
+    auto *dialog = new QFileDialog(request.window);
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly, true);
+    // Qt's own dialog, because some platform dialogs (the desktop portal)
+    // report only the folder they started in, not the one they show.
+    dialog->setOption(QFileDialog::DontUseNativeDialog, true);
+    dialog->setLabelText(QFileDialog::Accept, request.prompt);
+    dialog->setDirectory(request.start);
+    // Window-modal: the window behind stays drawn and answers everything
+    // but input while the user browses.
+    dialog->setWindowModality(Qt::WindowModal);
+    QObject::connect(dialog, &QDialog::finished, dialog, [dialog, done](int result) {
+        dialog->deleteLater();
+        const QUrl shown = dialog->directoryUrl();
+        if (result != QDialog::Accepted || !shown.isLocalFile() || shown.toLocalFile().isEmpty()) {
+            done(std::nullopt);
+            return;
+        }
+        // The name field has no accessor of its own; Qt names it.
+        auto *nameField = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        done(shownFolder(shown.toLocalFile(), nameField ? nameField->text() : QString(),
+                         QDir::homePath(), isExistingFolder));
+    });
+    dialog->open();
+}
 
 QString expandHome(const QString &path, const QString &home)
 {
@@ -23,6 +60,22 @@ QString parentOf(const QString &cleanPath)
 }
 
 } // namespace
+
+void choose(QWidget *window, const QString &prompt, const QString &stored,
+            const QString &appended, Done done)
+{
+    const Request request{window, startFolder(stored, appended, QDir::homePath(), isExistingFolder),
+                          prompt};
+    if (chooserHook())
+        chooserHook()(request, std::move(done));
+    else
+        openDialog(request, std::move(done));
+}
+
+void setChooser(Chooser chooser)
+{
+    chooserHook() = std::move(chooser);
+}
 
 bool isExistingFolder(const QString &path)
 {

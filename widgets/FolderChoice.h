@@ -3,10 +3,37 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
-// What a folder chooser stands for, decided apart from the dialog so it can
-// be checked without one.
+class QWidget;
+
+// The one folder chooser of the application, and what it stands for, decided
+// apart from the dialog so it can be checked without one.
 namespace FolderChoice {
+
+// Runs once, later, with the chosen folder, or with nothing when cancelled.
+using Done = std::function<void(const std::optional<QString> &folder)>;
+
+// What the chooser is asked: shown window-modally on `window`, opened at
+// `start`, its accept button reading `prompt`.
+struct Request {
+    QWidget *window = nullptr;
+    QString start;
+    QString prompt;
+};
+
+// Asks for a folder for a setting that holds `stored`, of which the caller
+// will append `appended` to the chosen folder; it opens at startFolder() of
+// the two. Folders only, new folders allowed. The answer is the folder the
+// chooser shows when it is accepted (see shownFolder()), not an entry
+// highlighted inside it, so "choose the parent folder" means what it says.
+void choose(QWidget *window, const QString &prompt, const QString &stored,
+            const QString &appended, Done done);
+
+// Stands in for the dialog for the rest of the process (tests answer it
+// without a person); an empty function restores the dialog.
+using Chooser = std::function<void(const Request &request, Done done)>;
+void setChooser(Chooser chooser);
 
 // Answers whether a folder exists at a path.
 using IsFolder = std::function<bool(const QString &path)>;
