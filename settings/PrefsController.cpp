@@ -20,7 +20,6 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QProcess>
-#include <QTimer>
 #include <QToolBar>
 
 namespace {
@@ -363,51 +362,46 @@ void PrefsController::resetAll()
     settingChanged();
 }
 
-QString PrefsController::settingChangedText() const
+QString PrefsController::settingChangedText(int count)
 {
     return QStringLiteral("%1\n%2\n \n%3...")
         .arg(tr("ZELMOR Helper must restart to take effects of changes."),
              tr("You can restart the application later through the menu bar item."),
              // The key keeps the "%d" placeholder that the workflow's countdown
              // (and so every translation of it) uses.
-             tr("Count down %d secs").replace(QLatin1String("%d"), QString::number(countdown)));
+             tr("Count down %d secs").replace(QLatin1String("%d"), QString::number(count)));
 }
 
 void PrefsController::settingChanged()
 {
-    countdown = 10;
     if (iAlert)
         iAlert->deleteLater();
     iAlert = new AlertSheet(prefsWindow);
     iAlert->addButtonWithTitle(tr("Restart"));
     iAlert->addButtonWithTitle(tr("Later"));
     iAlert->setMessageText(tr("Notice"));
-    iAlert->setInformativeText(settingChangedText());
+    iAlert->setCountdown(10, &PrefsController::settingChangedText,
+                         [this] { timeCountdownOfSettingChanged(); });
     iAlert->beginSheet(prefsWindow, [this](int returnCode) {
         alertDidEndForSettingChanged(returnCode);
     });
+}
 
-    if (!timer) {
-        timer = new QTimer(this);
-        timer->setInterval(1000);
-        // The user reads whole seconds; a coarse timer may run up to 5% fast.
-        timer->setTimerType(Qt::PreciseTimer);
-        connect(timer, &QTimer::timeout, this, &PrefsController::timeCountdownOfSettingChanged);
-    }
-    timer->start();
+QTimer *PrefsController::timer() const
+{
+    return iAlert ? iAlert->countdownTimer() : nullptr;
+}
+
+qint32 PrefsController::countdown() const
+{
+    return iAlert ? iAlert->countdown() : 0;
 }
 
 void PrefsController::timeCountdownOfSettingChanged()
 {
-    countdown -= 1;
-    if (iAlert)
-        iAlert->setInformativeText(settingChangedText());
-    if (countdown == 0) {
-        timer->stop();
-        if (iAlert)
-            iAlert->endSheet();
+    // The sheet has counted and rewritten its text; at 0 it has ended.
+    if (countdown() == 0)
         Relaunch::relaunchAfterDelay(2.0f);
-    }
 }
 
 void PrefsController::alertDidEndForSettingChanged(int returnCode)
@@ -417,8 +411,8 @@ void PrefsController::alertDidEndForSettingChanged(int returnCode)
         Relaunch::relaunchAfterDelay(2.0f);
         return;
     }
-    if (timer)
-        timer->stop();
-    if (iAlert)
+    if (iAlert) {
+        iAlert->stopCountdown();
         iAlert->orderOut();
+    }
 }

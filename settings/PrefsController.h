@@ -69,9 +69,9 @@ public:
     QString rootDirectory;    // as read when the window loaded
     QString outputDirectory;  // as read when the window loaded
     QString pathStr;          // what the last folder chooser produced
-    QPointer<AlertSheet> iAlert;
-    QTimer *timer = nullptr;  // restart countdown
-    qint32 countdown = 10;
+    QPointer<AlertSheet> iAlert;  // the restart alert, which counts down itself
+    QTimer *timer() const;
+    qint32 countdown() const;
 
     // --- Actions -------------------------------------------------------------------
     void askforHelp();
@@ -100,7 +100,7 @@ private:
     void awakeFromNib();
     void turnToPage(QAction *page, QWidget *view);
     void openFolderChooser(PathRules::Folder which);
-    QString settingChangedText() const;
+    static QString settingChangedText(int count);
 
     Ui::Preferences *m_ui = nullptr;
     QPointer<QMainWindow> m_window;  // deleted with the main window, or here

@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTimer>
 
 using namespace TestSupport;
@@ -327,9 +328,11 @@ private slots:
         QVERIFY(QFileInfo(m_agent).isDir());
     }
 
-    // Last, since its child removes the domain in the background. Later leaves
-    // the window frozen; a fresh alert counts to the relaunch; Restart is at once.
-    void resetAll()
+    // Last ones, since Reset All's child removes the domain in the background.
+
+    // The window freezes, says why, and asks for a restart; "Later" stops the
+    // count and leaves the window frozen. The child removes every setting.
+    void resetAllFreezesTheWindowAndAsks()
     {
         storeAll({{SettingsKeys::Workspace, "/mine"}, {SettingsKeys::FirstLaunch, 0}});
         QMainWindow mainWindow;
@@ -350,24 +353,40 @@ private slots:
         QCOMPARE(alert->buttonTitles(), QStringList({"Restart", "Later"}));
         QCOMPARE(alert->text(), QString("Notice"));
         QCOMPARE(alert->informativeText(), Countdown.arg(10));
-        alert->buttonFor(AlertSheet::FirstButtonReturn + 1)->click();
-        QVERIFY(!alert->isVisible() && !prefs.timer->isActive() && !prefs.rootText->isEnabled());
+        alert->buttonFor(AlertSheet::SecondButtonReturn)->click();
+        QVERIFY(!alert->isVisible() && !prefs.timer()->isActive() && !prefs.rootText->isEnabled());
 
         // The child removes the whole persisted domain through the bundle's tool.
         QTRY_COMPARE(store().persisted().state(), DefaultsDomain::State::Missing);
         QVERIFY(m_relaunches.isEmpty());
+    }
 
+    // Unanswered, a fresh alert counts 10 to 0, one a second, then relaunches.
+    void restartAlertCountsDownToARelaunch()
+    {
+        PrefsController prefs(nullptr);
+        prefs.showWindow();
         prefs.switchResetAll->click();
-        alert = prefs.iAlert;
+        prefs.switchResetAll->click(); // a second Reset All starts afresh
+        AlertSheet *alert = prefs.iAlert;
         QCOMPARE(alert->informativeText(), Countdown.arg(10));
-        QCOMPARE(prefs.timer->interval(), 1000);
+        QCOMPARE(prefs.timer()->interval(), 1000);
+        QSignalSpy ticks(prefs.timer(), &QTimer::timeout);
+        QVERIFY(ticks.wait(5000));
+        QCOMPARE(alert->informativeText(), Countdown.arg(9));
         QTRY_COMPARE_WITH_TIMEOUT(m_relaunches, QList<float>{2.0f}, 15000);
+        QCOMPARE(ticks.size(), 10);
         QCOMPARE(alert->informativeText(), Countdown.arg(0));
-        QVERIFY(!alert->isVisible() && !prefs.timer->isActive());
+        QVERIFY(!alert->isVisible() && !prefs.timer()->isActive());
+    }
 
+    void restartRelaunchesAtOnce()
+    {
+        PrefsController prefs(nullptr);
+        prefs.showWindow();
         prefs.switchResetAll->click();
         prefs.iAlert->buttonFor(AlertSheet::FirstButtonReturn)->click();
-        QCOMPARE(m_relaunches, QList<float>({2.0f, 2.0f}));
+        QCOMPARE(m_relaunches, QList<float>{2.0f});
     }
 };
 
