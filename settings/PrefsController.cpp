@@ -9,6 +9,7 @@
 #include "settings/PathRules.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/AccessibleRoles.h"
 #include "widgets/AlertSheet.h"
 #include "widgets/FolderChoice.h"
 #include "widgets/Popover.h"
@@ -21,6 +22,7 @@
 #include <QMainWindow>
 #include <QProcess>
 #include <QToolBar>
+#include <QToolButton>
 
 namespace {
 
@@ -63,24 +65,22 @@ PrefsController::PrefsController(QWidget *mainWindow, QObject *parent)
     pathsPopMessage = m_ui->pathsPopMessage;
 
     // The page buttons show which page is up, take the keyboard focus like
-    // any other control, and Ctrl+Page Up / Page Down turn the pages.
+    // any other control, and Ctrl+Page Up / Page Down turn the pages. To
+    // assistive technology they are page tabs, not check boxes.
     auto *pages = new QActionGroup(prefsWindow);
     for (QAction *page : {toolbarPaths, toolbarSwitch}) {
         page->setCheckable(true);
         pages->addAction(page);
-        if (QWidget *button = m_ui->toolbar->widgetForAction(page))
+        if (auto *button = qobject_cast<QAbstractButton *>(m_ui->toolbar->widgetForAction(page))) {
             button->setFocusPolicy(Qt::StrongFocus);
+            AccessibleRoles::markAsPageTab(button);
+        }
     }
-    // An accessibility Toggle checks the page's action without triggering
-    // it; either way the page follows.
-    connect(toolbarPaths, &QAction::toggled, this, [this](bool on) {
-        if (on)
-            pathViewButton();
-    });
-    connect(toolbarSwitch, &QAction::toggled, this, [this](bool on) {
-        if (on)
-            switchViewButton();
-    });
+    // The toolbar's own button for pages that do not fit a narrow window.
+    for (auto *more : m_ui->toolbar->findChildren<QToolButton *>(Qt::FindDirectChildrenOnly)) {
+        if (!more->defaultAction())
+            more->setAccessibleName(tr("More Pages"));
+    }
     connect(toolbarPaths, &QAction::triggered, this, &PrefsController::pathViewButton);
     connect(toolbarSwitch, &QAction::triggered, this, &PrefsController::switchViewButton);
     auto *previousPage = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageUp), prefsWindow);

@@ -308,6 +308,10 @@
         <source>Not found</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Clear</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>Installer</name>
@@ -656,6 +660,10 @@
     </message>
     <message>
         <source>Count down %d secs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>More Pages</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

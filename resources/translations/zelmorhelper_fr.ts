@@ -308,6 +308,10 @@
         <source>Not found</source>
         <translation>Introuvable</translation>
     </message>
+    <message>
+        <source>Clear</source>
+        <translation>Effacer</translation>
+    </message>
 </context>
 <context>
     <name>Installer</name>
@@ -657,6 +661,10 @@
     <message>
         <source>Count down %d secs</source>
         <translation>Compte à rebours&#xa0;: %d s</translation>
+    </message>
+    <message>
+        <source>More Pages</source>
+        <translation>Autres pages</translation>
     </message>
 </context>
 <context>
