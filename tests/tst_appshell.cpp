@@ -1,5 +1,4 @@
 #include "ControllerHarness.h"
-#include "FolderDialogDriver.h"
 
 #include "app/AboutController.h"
 #include "app/ApplicationShell.h"
@@ -8,6 +7,7 @@
 #include "platform/Bundle.h"
 #include "platform/CompanionChannel.h"
 #include "platform/Relaunch.h"
+#include "settings/PrefsController.h"
 #include "ui_MainWindow.h"
 #include "widgets/ConsoleFindBar.h"
 #include "widgets/FolderChoice.h"
@@ -19,6 +19,7 @@
 #include <QComboBox>
 #include <QDBusConnection>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QProcess>
 #include <QScrollBar>
@@ -226,29 +227,55 @@ private slots:
         QCOMPARE(requests.at(3).start, "/");
     }
 
-    // The real chooser answers in the wizard as in the preferences: with the
-    // folder it shows, a typed folder path counting and a bare name not.
-    void wizardChooserTakesTheTypedFolder_data()
+    // The real chooser is window-modal and answers alike in the wizard and
+    // the preferences: with the folder it shows, a folder path typed into it
+    // counting and a bare name (which picks an entry) not.
+    void chooserTakesTheShownFolderInBothWindows_data()
     {
-        columns<QString, QString>({"typed", "stored"});
-        QTest::newRow("typed path") << "<dir>/Dev/inner" << "/Dev/inner/ZELMOR";
-        QTest::newRow("entry name") << "inner" << "/Dev/ZELMOR";
-        QTest::newRow("cancelled") << "" << "/Dev/src";
+        columns<bool, QString, QString>({"wizard", "typed", "stored"});
+        for (const bool wizard : {true, false}) {
+            const char *window = wizard ? "wizard" : "preferences";
+            QTest::addRow("%s, typed path", window) << wizard << "<dir>/Dev/inner"
+                                                    << "/Dev/inner/ZELMOR";
+            QTest::addRow("%s, entry name", window) << wizard << "inner" << "/Dev/ZELMOR";
+            QTest::addRow("%s, cancelled", window) << wizard << "" << "/Dev/src";
+        }
     }
-    void wizardChooserTakesTheTypedFolder()
+    void chooserTakesTheShownFolderInBothWindows()
     {
+        QFETCH(bool, wizard);
         QFETCH(QString, typed);
         QFETCH(QString, stored);
         QDir(m_dir.path()).mkpath("Dev/inner");
-        ZELMORHelperAppDelegate *d = openWizard();
+        QWidget *window = nullptr;
+        QAbstractButton *select = nullptr;
+        if (wizard) {
+            window = openWizard()->wizardWindow;
+            select = delegate()->wizardBrowseWorkspaceButton;
+        } else {
+            start();
+            ui()->menuPrefs->trigger();
+            window = m_shell->prefsController()->window();
+            select = m_shell->prefsController()->browserRootButton;
+        }
         store().setObject(SettingsKeys::Workspace, m_dir.path() + "/Dev/src"); // opens at Dev
-        d->wizardBrowseWorkspaceButton->click();
-        QFileDialog *dialog = openFolderDialog(d->wizardWindow);
-        QVERIFY(dialog);
+        select->click();
+        QFileDialog *dialog = nullptr;
+        QTRY_VERIFY((dialog = window->findChild<QFileDialog *>()) && dialog->isVisible());
         QCOMPARE(dialog->windowModality(), Qt::WindowModal);
         QCOMPARE(dialog->labelText(QFileDialog::Accept), "Select");
         QCOMPARE(dialog->directory().absolutePath(), m_dir.path() + "/Dev");
-        QVERIFY(answerFolderDialog(dialog, typed.replace("<dir>", m_dir.path())));
+        if (typed.isEmpty()) {
+            static_cast<QDialog *>(dialog)->reject();
+        } else {
+            dialog->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(dialog));
+            auto *name = dialog->findChild<QLineEdit *>("fileNameEdit");
+            name->setFocus();
+            QTest::keyClicks(name, typed.replace("<dir>", m_dir.path()));
+            QTest::keyClick(name, Qt::Key_Return);
+        }
+        QTRY_VERIFY(!window->findChild<QFileDialog *>());
         QCOMPARE(store().stringValue(SettingsKeys::Workspace), m_dir.path() + stored);
     }
 

@@ -1,4 +1,3 @@
-#include "FolderDialogDriver.h"
 #include "TestSupport.h"
 
 #include "platform/Bundle.h"
@@ -13,7 +12,6 @@
 
 #include <QAccessible>
 #include <QCheckBox>
-#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -233,33 +231,6 @@ private slots:
         stored.replace("<dev>", dev);
         QCOMPARE(store().stringValue(key), stored);
         QCOMPARE((workspace ? prefs.rootText : prefs.outputText)->text(), stored);
-    }
-
-    // The real chooser is window-modal and answers with the folder it shows:
-    // a folder path typed into it counts, a bare name only picks an entry.
-    void realChooserTakesTheTypedFolder_data()
-    {
-        columns<QString, QString>({"typed", "stored"});
-        QTest::newRow("typed path") << "<dir>/Dev/inner" << "/Dev/inner/ZELMOR";
-        QTest::newRow("entry name") << "inner" << "/Dev/ZELMOR";
-        QTest::newRow("cancelled") << "" << "/Dev/src";
-    }
-    void realChooserTakesTheTypedFolder()
-    {
-        QFETCH(QString, typed);
-        QFETCH(QString, stored);
-        store().setObject(SettingsKeys::Workspace, m_dir.path() + "/Dev/src"); // opens at Dev
-        PrefsController prefs(nullptr);
-        prefs.showWindow();
-        prefs.browserRootButton->click();
-        QFileDialog *dialog = openFolderDialog(prefs.window());
-        QVERIFY(dialog);
-        QCOMPARE(dialog->windowModality(), Qt::WindowModal);
-        QCOMPARE(dialog->labelText(QFileDialog::Accept), "Select");
-        QCOMPARE(dialog->directory().absolutePath(), m_dir.path() + "/Dev");
-        QVERIFY(answerFolderDialog(dialog, typed.replace("<dir>", m_dir.path())));
-        QCOMPARE(store().stringValue(SettingsKeys::Workspace), m_dir.path() + stored);
-        QCOMPARE(prefs.rootText->text(), m_dir.path() + stored);
     }
 
     void agentTexts()
