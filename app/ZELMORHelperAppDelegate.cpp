@@ -335,8 +335,8 @@ void ZELMORHelperAppDelegate::inichooseFolder(PathRules::Folder which, std::func
     QPointer<ZELMORHelperAppDelegate> self(this);
     // The user picks a parent folder; the application's own folder always
     // goes inside it, whatever the preferences' default-name switch says.
-    FolderChoice::choose(parent, tr("Select"), SettingsStore::standard().stringValue(PathRules::settingsKey(which)),
-                         PathRules::appendedByChooser(which, 1),
+    const QString stored = SettingsStore::standard().stringValue(PathRules::settingsKey(which));
+    FolderChoice::choose(parent, tr("Select"), stored, PathRules::appendedByChooser(which, 1),
                          [self, then = std::move(then)](const std::optional<QString> &chosen) {
                              if (!self)
                                  return;

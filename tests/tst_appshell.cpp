@@ -203,7 +203,7 @@ private slots:
         ZELMORHelperAppDelegate *d = openWizard();
         QStringList answers{m_dir.path(), "/", "", ""};
         QList<FolderChoice::Request> requests;
-        FolderChoice::setChooser([&](const FolderChoice::Request &request, FolderChoice::Done done) {
+        FolderChoice::setChooser([&](const FolderChoice::Request &request, auto done) {
             requests << request;
             const QString answer = answers.takeFirst();
             done(answer.isEmpty() ? std::nullopt : std::optional<QString>(answer));

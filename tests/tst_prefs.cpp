@@ -216,7 +216,7 @@ private slots:
         storeAll({{SettingsKeys::DefaultNameZELMOR, defaultName}, {key, dev + names}});
         PrefsController prefs(nullptr);
         QList<FolderChoice::Request> requests;
-        FolderChoice::setChooser([&](const FolderChoice::Request &request, FolderChoice::Done done) {
+        FolderChoice::setChooser([&](const FolderChoice::Request &request, auto done) {
             requests << request;
             // The switch turns while the chooser is up.
             store().setObject(SettingsKeys::DefaultNameZELMOR, 1 - defaultName);
