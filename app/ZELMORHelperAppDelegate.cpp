@@ -333,10 +333,13 @@ void ZELMORHelperAppDelegate::inichooseFolder(PathRules::Folder which, std::func
     inipathStr.clear();
     QWidget *parent = wizardWindow ? static_cast<QWidget *>(wizardWindow.data()) : window;
     QPointer<ZELMORHelperAppDelegate> self(this);
-    // The user picks a parent folder; the application's own folder always
-    // goes inside it, whatever the preferences' default-name switch says.
+    // The wizard asks for the folder to hold the sources, so the entry the
+    // user highlighted is the choice (the folder shown when none is); the
+    // application's own folder always goes inside it, whatever the
+    // preferences' default-name switch says.
     const QString stored = SettingsStore::standard().stringValue(PathRules::settingsKey(which));
-    FolderChoice::choose(parent, tr("Select"), stored, PathRules::appendedByChooser(which, 1),
+    FolderChoice::choose(parent, tr("Select"), FolderChoice::Answer::SelectedEntry, stored,
+                         PathRules::appendedByChooser(which, 1),
                          [self, then = std::move(then)](const std::optional<QString> &chosen) {
                              if (!self)
                                  return;

@@ -259,8 +259,12 @@ void PrefsController::openFolderChooser(PathRules::Folder which)
     const int defaultName = SettingsStore::standard().intValue(SettingsKeys::DefaultNameZELMOR);
     const QString key = PathRules::settingsKey(which);
     QPointer<PrefsController> self(this);
+    // The preferences ask for the parent of their folders, as the help text
+    // says, and that is the folder the chooser shows: an entry highlighted
+    // inside it is not what the user is choosing.
     FolderChoice::choose(
-        prefsWindow, tr("Select"), SettingsStore::standard().stringValue(key),
+        prefsWindow, tr("Select"), FolderChoice::Answer::ShownFolder,
+        SettingsStore::standard().stringValue(key),
         PathRules::appendedByChooser(which, defaultName),
         [self, which, key, defaultName](const std::optional<QString> &folder) {
             if (!self || !folder || folder->isEmpty())

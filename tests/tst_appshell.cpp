@@ -15,13 +15,17 @@
 #include "workflow/AppController.h"
 #include "workflow/OperationNotice.h"
 
+#include <QAbstractItemView>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDBusConnection>
 #include <QFileDialog>
+#include <QFileSystemModel>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
 #include <QProcess>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTimer>
@@ -222,29 +226,39 @@ private slots:
         QCOMPARE(requests.size(), 4);
         QCOMPARE(requests.first().window, d->wizardWindow.data());
         QCOMPARE(requests.first().prompt, "Select");
+        QCOMPARE(requests.first().answer, FolderChoice::Answer::SelectedEntry);
         // It opens where choosing again gives back what is stored.
         QCOMPARE(requests.at(2).start, m_dir.path());
         QCOMPARE(requests.at(3).start, "/");
     }
 
-    // The real chooser is window-modal and answers alike in the wizard and
-    // the preferences: with the folder it shows, a folder path typed into it
-    // counting and a bare name (which picks an entry) not.
-    void chooserTakesTheShownFolderInBothWindows_data()
+    // The real chooser is window-modal and answers each window's question.
+    // The wizard asks for a folder to put its own in, so the entry the user
+    // highlighted (or named) is the one chosen, the folder shown when none
+    // is; the preferences ask for the parent they look at, so they take the
+    // folder the chooser shows, a folder path typed into it counting and a
+    // highlighted or named entry not.
+    void chooserAnswersEachWindowByItsOwnRule_data()
     {
-        columns<bool, QString, QString>({"wizard", "typed", "stored"});
+        columns<bool, QString, QString, QString>({"wizard", "answer", "text", "stored"});
         for (const bool wizard : {true, false}) {
             const char *window = wizard ? "wizard" : "preferences";
-            QTest::addRow("%s, typed path", window) << wizard << "<dir>/Dev/inner"
+            const QString entry = wizard ? "/Dev/inner/ZELMOR" : "/Dev/ZELMOR";
+            QTest::addRow("%s, highlighted entry", window) << wizard << "highlight" << "inner"
+                                                           << entry;
+            QTest::addRow("%s, nothing highlighted", window) << wizard << "accept" << ""
+                                                             << "/Dev/ZELMOR";
+            QTest::addRow("%s, typed path", window) << wizard << "type" << "<dir>/Dev/inner"
                                                     << "/Dev/inner/ZELMOR";
-            QTest::addRow("%s, entry name", window) << wizard << "inner" << "/Dev/ZELMOR";
-            QTest::addRow("%s, cancelled", window) << wizard << "" << "/Dev/src";
+            QTest::addRow("%s, entry name", window) << wizard << "type" << "inner" << entry;
+            QTest::addRow("%s, cancelled", window) << wizard << "cancel" << "" << "/Dev/src";
         }
     }
-    void chooserTakesTheShownFolderInBothWindows()
+    void chooserAnswersEachWindowByItsOwnRule()
     {
         QFETCH(bool, wizard);
-        QFETCH(QString, typed);
+        QFETCH(QString, answer);
+        QFETCH(QString, text);
         QFETCH(QString, stored);
         QDir(m_dir.path()).mkpath("Dev/inner");
         QWidget *window = nullptr;
@@ -265,15 +279,24 @@ private slots:
         QCOMPARE(dialog->windowModality(), Qt::WindowModal);
         QCOMPARE(dialog->labelText(QFileDialog::Accept), "Select");
         QCOMPARE(dialog->directory().absolutePath(), m_dir.path() + "/Dev");
-        if (typed.isEmpty()) {
+        dialog->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog));
+        if (answer == "cancel") {
             static_cast<QDialog *>(dialog)->reject();
-        } else {
-            dialog->activateWindow();
-            QVERIFY(QTest::qWaitForWindowActive(dialog));
+        } else if (answer == "type") {
             auto *name = dialog->findChild<QLineEdit *>("fileNameEdit");
             name->setFocus();
-            QTest::keyClicks(name, typed.replace("<dir>", m_dir.path()));
+            QTest::keyClicks(name, text.replace("<dir>", m_dir.path()));
             QTest::keyClick(name, Qt::Key_Return);
+        } else {
+            if (answer == "highlight")
+                highlightEntry(dialog, m_dir.path() + "/Dev/" + text);
+            QPushButton *accept = nullptr;
+            for (auto *button : dialog->findChildren<QPushButton *>())
+                if (button->text() == "Select")
+                    accept = button;
+            QVERIFY(accept && accept->isEnabled());
+            QTest::mouseClick(accept, Qt::LeftButton);
         }
         QTRY_VERIFY(!window->findChild<QFileDialog *>());
         QCOMPARE(store().stringValue(SettingsKeys::Workspace), m_dir.path() + stored);
@@ -477,6 +500,25 @@ private:
         return delegate();
     }
     Ui::MainWindow *ui() const { return m_shell->window()->ui(); }
+    // Clicks the entry at `path` in the file view the chooser shows, once
+    // the view has listed it.
+    static void highlightEntry(QFileDialog *dialog, const QString &path)
+    {
+        QAbstractItemView *view = nullptr;
+        QFileSystemModel *files = nullptr;
+        for (auto *candidate : dialog->findChildren<QAbstractItemView *>()) {
+            auto *model = qobject_cast<QFileSystemModel *>(candidate->model());
+            if (model && candidate->isVisible() && !qobject_cast<QHeaderView *>(candidate)) {
+                view = candidate;
+                files = model;
+            }
+        }
+        QVERIFY(view);
+        const QModelIndex entry = files->index(path);
+        QTRY_VERIFY(view->visualRect(entry).isValid());
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(entry).center());
+        QVERIFY(view->selectionModel()->isRowSelected(entry.row(), entry.parent()));
+    }
 
     QTemporaryDir m_dir;
     QProcess m_bus;

@@ -228,6 +228,7 @@ private slots:
         QCOMPARE(requests.first().window, prefs.window());
         QCOMPARE(requests.first().start, dev);
         QCOMPARE(requests.first().prompt, "Select");
+        QCOMPARE(requests.first().answer, FolderChoice::Answer::ShownFolder);
         stored.replace("<dev>", dev);
         QCOMPARE(store().stringValue(key), stored);
         QCOMPARE((workspace ? prefs.rootText : prefs.outputText)->text(), stored);

@@ -16,6 +16,24 @@ Chooser &chooserHook()
     return hook;
 }
 
+// The folder an accepted dialog stands for, or nothing when it names no
+// local folder.
+std::optional<QString> answerOf(const QFileDialog &dialog, Answer answer)
+{
+    // Qt's own dialog selects a highlighted entry, else a typed path, else
+    // the folder it shows.
+    const QUrl url = answer == Answer::SelectedEntry ? dialog.selectedUrls().value(0)
+                                                     : dialog.directoryUrl();
+    if (!url.isLocalFile() || url.toLocalFile().isEmpty())
+        return std::nullopt;
+    if (answer == Answer::SelectedEntry)
+        return url.toLocalFile();
+    // The name field has no accessor of its own; Qt names it.
+    const auto *nameField = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    return shownFolder(url.toLocalFile(), nameField ? nameField->text() : QString(),
+                       QDir::homePath(), isExistingFolder);
+}
+
 void openDialog(const Request &request, Done done)
 {
     auto *dialog = new QFileDialog(request.window);
@@ -29,18 +47,12 @@ void openDialog(const Request &request, Done done)
     // Window-modal: the window behind stays drawn and answers everything
     // but input while the user browses.
     dialog->setWindowModality(Qt::WindowModal);
-    QObject::connect(dialog, &QDialog::finished, dialog, [dialog, done](int result) {
-        dialog->deleteLater();
-        const QUrl shown = dialog->directoryUrl();
-        if (result != QDialog::Accepted || !shown.isLocalFile() || shown.toLocalFile().isEmpty()) {
-            done(std::nullopt);
-            return;
-        }
-        // The name field has no accessor of its own; Qt names it.
-        auto *nameField = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
-        done(shownFolder(shown.toLocalFile(), nameField ? nameField->text() : QString(),
-                         QDir::homePath(), isExistingFolder));
-    });
+    QObject::connect(dialog, &QDialog::finished, dialog,
+                     [dialog, done, answer = request.answer](int result) {
+                         dialog->deleteLater();
+                         done(result == QDialog::Accepted ? answerOf(*dialog, answer)
+                                                          : std::nullopt);
+                     });
     dialog->open();
 }
 
@@ -61,11 +73,11 @@ QString parentOf(const QString &cleanPath)
 
 } // namespace
 
-void choose(QWidget *window, const QString &prompt, const QString &stored,
+void choose(QWidget *window, const QString &prompt, Answer answer, const QString &stored,
             const QString &appended, Done done)
 {
     const Request request{window, startFolder(stored, appended, QDir::homePath(), isExistingFolder),
-                          prompt};
+                          prompt, answer};
     if (chooserHook())
         chooserHook()(request, std::move(done));
     else

@@ -14,20 +14,32 @@ namespace FolderChoice {
 // Runs once, later, with the chosen folder, or with nothing when cancelled.
 using Done = std::function<void(const std::optional<QString> &folder)>;
 
+// Which folder an accepted chooser stands for. Callers differ in what they
+// ask the user: a folder to put something in reads the highlighted entry as
+// the choice, as a folder dialog's selection does, while a setting phrased as
+// "choose the parent folder" means the folder being looked at.
+enum class Answer {
+    // The folder the chooser shows (see shownFolder()), whatever entry is
+    // highlighted inside it.
+    ShownFolder,
+    // The entry highlighted inside it, or the folder it shows when nothing
+    // is highlighted; a typed path goes where the dialog itself takes it.
+    SelectedEntry,
+};
+
 // What the chooser is asked: shown window-modally on `window`, opened at
-// `start`, its accept button reading `prompt`.
+// `start`, its accept button reading `prompt`, answering with `answer`.
 struct Request {
     QWidget *window = nullptr;
     QString start;
     QString prompt;
+    Answer answer = Answer::ShownFolder;
 };
 
 // Asks for a folder for a setting that holds `stored`, of which the caller
 // will append `appended` to the chosen folder; it opens at startFolder() of
-// the two. Folders only, new folders allowed. The answer is the folder the
-// chooser shows when it is accepted (see shownFolder()), not an entry
-// highlighted inside it, so "choose the parent folder" means what it says.
-void choose(QWidget *window, const QString &prompt, const QString &stored,
+// the two. Folders only, new folders allowed.
+void choose(QWidget *window, const QString &prompt, Answer answer, const QString &stored,
             const QString &appended, Done done);
 
 // Stands in for the dialog for the rest of the process (tests answer it
