@@ -4,6 +4,7 @@
 #include "platform/Bundle.h"
 #include "platform/CompanionChannel.h"
 #include "platform/Mnemonics.h"
+#include "settings/PathRules.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
 #include "ui_firstLaunch.h"
@@ -13,8 +14,6 @@
 #include "widgets/Popover.h"
 #include "workflow/MainWindow.h"
 
-#include <QDir>
-#include <QFileDialog>
 #include <QMenu>
 #include <QToolButton>
 
@@ -47,29 +46,6 @@ protected:
 private:
     QPointer<ZELMORHelperAppDelegate> m_delegate;
 };
-
-ZELMORHelperAppDelegate::FolderChooser &folderChooser()
-{
-    static ZELMORHelperAppDelegate::FolderChooser chooser;
-    return chooser;
-}
-
-// Window-modal, so the sheet and the main window stay responsive to
-// everything but input while the user browses.
-void chooseFolderWithDialog(QWidget *parent, const QString &prompt, const QString &start,
-                            std::function<void(const QString &)> done)
-{
-    auto *dialog = new QFileDialog(parent, QString(), start);
-    dialog->setFileMode(QFileDialog::Directory);
-    dialog->setOption(QFileDialog::ShowDirsOnly);
-    dialog->setLabelText(QFileDialog::Accept, prompt);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowModality(Qt::WindowModal);
-    QObject::connect(dialog, &QFileDialog::finished, dialog, [dialog, done](int result) {
-        done(result == QDialog::Accepted ? dialog->selectedFiles().value(0) : QString());
-    });
-    dialog->open();
-}
 
 template<typename T>
 void setTitle(T *item, const QString &title)
@@ -115,11 +91,6 @@ CompanionQuit quitStatusbarAppIfAsked(const QString &identifier)
                  "applications\n",
                  qPrintable(identifier));
     return CompanionQuit::NotRunning;
-}
-
-void ZELMORHelperAppDelegate::setFolderChooser(FolderChooser chooser)
-{
-    folderChooser() = std::move(chooser);
 }
 
 void ZELMORHelperAppDelegate::initialize()
@@ -236,8 +207,8 @@ void ZELMORHelperAppDelegate::applicationDidFinishLaunching()
     if (store.intValue(SettingsKeys::FirstLaunch) == 1) {
         // A new user (or one who reset the warnings) starts from the
         // standard folders, whatever was stored before.
-        store.setObject(SettingsKeys::Output, QStringLiteral("/Developer/ZELMOR/Output"));
-        store.setObject(SettingsKeys::Workspace, QStringLiteral("/Developer/ZELMOR"));
+        store.setObject(SettingsKeys::Output, SettingsKeys::DefaultOutput);
+        store.setObject(SettingsKeys::Workspace, SettingsKeys::DefaultWorkspace);
         firstLaunch();
     }
     setTitle(MenuAppName, tr("ZELMOR Helper"));
@@ -357,26 +328,26 @@ void ZELMORHelperAppDelegate::wizard()
     wizardWindow->open();
 }
 
-void ZELMORHelperAppDelegate::inichooseFolder(std::function<void()> then, const QString &start)
+void ZELMORHelperAppDelegate::inichooseFolder(PathRules::Folder which, std::function<void()> then)
 {
     inipathStr.clear();
     QWidget *parent = wizardWindow ? static_cast<QWidget *>(wizardWindow.data()) : window;
     QPointer<ZELMORHelperAppDelegate> self(this);
-    auto done = [self, then = std::move(then)](const QString &chosen) {
-        if (!self)
-            return;
-        // The user picks a parent folder; the application's own folder
-        // always goes inside it.
-        if (!chosen.isEmpty())
-            self->inipathStr = QStringLiteral("%1/ZELMOR").arg(chosen);
-        if (then)
-            then();
-    };
-    if (folderChooser())
-        folderChooser()(parent, tr("Select"), done);
-    else
-        chooseFolderWithDialog(parent, tr("Select"), start.isEmpty() ? QDir::homePath() : start,
-                               done);
+    // The wizard asks for the folder to hold the sources, so the entry the
+    // user highlighted is the choice (the folder shown when none is); the
+    // application's own folder always goes inside it, whatever the
+    // preferences' default-name switch says.
+    const QString stored = SettingsStore::standard().stringValue(PathRules::settingsKey(which));
+    FolderChoice::choose(parent, tr("Select"), FolderChoice::Answer::SelectedEntry, stored,
+                         PathRules::appendedByChooser(which, 1),
+                         [self, then = std::move(then)](const std::optional<QString> &chosen) {
+                             if (!self)
+                                 return;
+                             if (chosen && !chosen->isEmpty())
+                                 self->inipathStr = PathRules::fromChosenFolder(
+                                     PathRules::Folder::Workspace, *chosen, 1);
+                             then();
+                         });
 }
 
 void ZELMORHelperAppDelegate::iniHelp(QWidget *sender)
@@ -385,34 +356,27 @@ void ZELMORHelperAppDelegate::iniHelp(QWidget *sender)
         iniPopover->showRelativeToRect(sender ? sender->rect() : QRect(), sender, Popover::MinXEdge);
 }
 
-QString ZELMORHelperAppDelegate::chooserStart(const QString &key, const QString &appended)
-{
-    // Where choosing again would give back what is stored.
-    return FolderChoice::startFolder(SettingsStore::standard().stringValue(key), appended,
-                                     QDir::homePath(), FolderChoice::isExistingFolder);
-}
-
 void ZELMORHelperAppDelegate::iniWorkspaceBrowse()
 {
-    inichooseFolder([this] {
+    inichooseFolder(PathRules::Folder::Workspace, [this] {
         if (inipathStr.isEmpty())
             return;
         SettingsStore::standard().setObject(SettingsKeys::Workspace, inipathStr);
         if (iniWorkSpaceText)
             iniWorkSpaceText->setText(inipathStr);
-    }, chooserStart(SettingsKeys::Workspace, QStringLiteral("/ZELMOR")));
+    });
 }
 
 void ZELMORHelperAppDelegate::iniOutputBrowse()
 {
-    inichooseFolder([this] {
+    inichooseFolder(PathRules::Folder::Output, [this] {
         if (inipathStr.isEmpty())
             return;
-        const QString output = QStringLiteral("%1/Output").arg(inipathStr);
+        const QString output = PathRules::outputInWorkspace(inipathStr);
         SettingsStore::standard().setObject(SettingsKeys::Output, output);
         if (iniOutputText)
             iniOutputText->setText(output);
-    }, chooserStart(SettingsKeys::Output, QStringLiteral("/ZELMOR/Output")));
+    });
 }
 
 void ZELMORHelperAppDelegate::finIni()

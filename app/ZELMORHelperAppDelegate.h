@@ -1,5 +1,6 @@
 #pragma once
 
+#include "settings/PathRules.h"
 #include "widgets/Popover.h"
 
 #include <QDialog>
@@ -38,13 +39,6 @@ class ZELMORHelperAppDelegate : public QObject
     Q_OBJECT
 
 public:
-    // The folder chooser: calls done with the chosen folder, or with an
-    // empty text when the user cancels. Replaceable so tests can answer it.
-    using FolderChooser = std::function<void(QWidget *parent, const QString &prompt,
-                                             std::function<void(const QString &)> done)>;
-    // An empty function restores the real, window-modal chooser.
-    static void setFolderChooser(FolderChooser chooser);
-
     // Runs before any window exists: the defaults must answer from the very
     // first read, and children must find the bundle's own tools.
     static void initialize();
@@ -69,10 +63,10 @@ public:
     void closeFirstLaunch();
     void alertDidEndForFirstLaunch(int returnCode);
     void wizard();
-    // Asks for a parent folder, opening at `start` (home when empty);
-    // inipathStr is "<folder>/ZELMOR", or empty when cancelled. then() runs
-    // once the user has answered.
-    void inichooseFolder(std::function<void()> then, const QString &start = QString());
+    // Asks for a parent folder for `which`, opening where choosing again
+    // gives back what is stored; inipathStr is "<folder>/ZELMOR", or empty
+    // when cancelled. then() runs once the user has answered.
+    void inichooseFolder(PathRules::Folder which, std::function<void()> then);
     void iniHelp(QWidget *sender);
     void iniWorkspaceBrowse();
     void iniOutputBrowse();
@@ -133,7 +127,6 @@ private:
     bool m_terminating = false;
     void loadFirstLaunchWindow();
     void markMenus();
-    static QString chooserStart(const QString &key, const QString &appended);
     void loadWizardWindow();
     static void endSheet(QPointer<QDialog> &sheet);
 };

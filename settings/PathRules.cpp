@@ -1,34 +1,42 @@
 #include "settings/PathRules.h"
 
+#include "settings/SettingsKeys.h"
+
 namespace {
-const QString WorkspaceSuffix = QStringLiteral("/ZELMOR");
-const QString OutputSuffix = QStringLiteral("/ZELMOR/Output");
+const QString WorkspaceName = QStringLiteral("/ZELMOR");
+const QString OutputName = QStringLiteral("/Output");
 } // namespace
 
 namespace PathRules {
 
-QString workspaceFromChosenFolder(const QString &folder, int defaultName)
+QString settingsKey(Folder which)
 {
-    return defaultName == 1 ? folder + WorkspaceSuffix : folder;
+    return which == Folder::Workspace ? SettingsKeys::Workspace : SettingsKeys::Output;
 }
 
-QString outputFromChosenFolder(const QString &folder, int defaultName)
+QString outputInWorkspace(const QString &workspace)
 {
-    return defaultName == 1 ? folder + OutputSuffix : folder;
+    return workspace + OutputName;
 }
 
-std::optional<QString> workspaceWithDefaultName(const QString &text)
+QString appendedByChooser(Folder which, int defaultName)
 {
-    if (text.contains(WorkspaceSuffix, Qt::CaseSensitive))
+    if (defaultName != 1)
+        return QString();
+    return which == Folder::Workspace ? WorkspaceName : outputInWorkspace(WorkspaceName);
+}
+
+QString fromChosenFolder(Folder which, const QString &folder, int defaultName)
+{
+    return folder + appendedByChooser(which, defaultName);
+}
+
+std::optional<QString> withDefaultName(Folder which, const QString &text)
+{
+    const QString name = appendedByChooser(which, 1);
+    if (text.contains(name, Qt::CaseSensitive))
         return std::nullopt;
-    return text + WorkspaceSuffix;
-}
-
-std::optional<QString> outputWithDefaultName(const QString &text)
-{
-    if (text.contains(OutputSuffix, Qt::CaseSensitive))
-        return std::nullopt;
-    return text + OutputSuffix;
+    return text + name;
 }
 
 } // namespace PathRules

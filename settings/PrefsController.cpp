@@ -9,65 +9,22 @@
 #include "settings/PathRules.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/AccessibleRoles.h"
 #include "widgets/AlertSheet.h"
 #include "widgets/FolderChoice.h"
 #include "widgets/Popover.h"
 
 #include <QActionGroup>
-#include <QDir>
-#include <QFileDialog>
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QShortcut>
 #include <QLabel>
 #include <QMainWindow>
 #include <QProcess>
-#include <QTimer>
 #include <QToolBar>
-#include <QUrl>
+#include <QToolButton>
 
 namespace {
-
-PrefsController::FolderChooser &folderChooserHook()
-{
-    static PrefsController::FolderChooser hook;
-    return hook;
-}
-
-// The folder chooser of the preferences window: folders only, new folders
-// allowed, shown as a sheet, opened at `start`. It answers with the folder it
-// is showing, not an entry highlighted inside it, so "choose the parent
-// folder" works the way the help text says; a folder path the user typed
-// counts as shown, since a native panel goes there before it can end.
-void openFolderPanel(QWidget *window, const QString &start,
-                     std::function<void(std::optional<QString>)> done)
-{
-    auto *panel = new QFileDialog(window);
-    panel->setFileMode(QFileDialog::Directory);
-    panel->setOption(QFileDialog::ShowDirsOnly, true);
-    // Qt's own dialog, because some platform dialogs (the desktop portal)
-    // report only the folder they started in, not the one they show.
-    panel->setOption(QFileDialog::DontUseNativeDialog, true);
-    panel->setLabelText(QFileDialog::Accept, PrefsController::tr("Select"));
-    panel->setDirectory(start);
-    QObject::connect(panel, &QDialog::finished, panel, [panel, done](int result) {
-        panel->deleteLater();
-        if (result != QDialog::Accepted) {
-            done(std::nullopt);
-            return;
-        }
-        const QUrl shown = panel->directoryUrl();
-        if (!shown.isLocalFile() || shown.toLocalFile().isEmpty()) {
-            done(std::nullopt);
-            return;
-        }
-        // The name field has no accessor of its own; Qt names it.
-        auto *nameField = panel->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
-        done(FolderChoice::shownFolder(shown.toLocalFile(), nameField ? nameField->text() : QString(),
-                                       QDir::homePath(), FolderChoice::isExistingFolder));
-    });
-    panel->open();
-}
 
 Qt::CheckState checkStateOf(int value)
 {
@@ -108,24 +65,22 @@ PrefsController::PrefsController(QWidget *mainWindow, QObject *parent)
     pathsPopMessage = m_ui->pathsPopMessage;
 
     // The page buttons show which page is up, take the keyboard focus like
-    // any other control, and Ctrl+Page Up / Page Down turn the pages.
+    // any other control, and Ctrl+Page Up / Page Down turn the pages. To
+    // assistive technology they are page tabs, not check boxes.
     auto *pages = new QActionGroup(prefsWindow);
     for (QAction *page : {toolbarPaths, toolbarSwitch}) {
         page->setCheckable(true);
         pages->addAction(page);
-        if (QWidget *button = m_ui->toolbar->widgetForAction(page))
+        if (auto *button = qobject_cast<QAbstractButton *>(m_ui->toolbar->widgetForAction(page))) {
             button->setFocusPolicy(Qt::StrongFocus);
+            AccessibleRoles::markAsPageTab(button);
+        }
     }
-    // An accessibility Toggle checks the page's action without triggering
-    // it; either way the page follows.
-    connect(toolbarPaths, &QAction::toggled, this, [this](bool on) {
-        if (on)
-            pathViewButton();
-    });
-    connect(toolbarSwitch, &QAction::toggled, this, [this](bool on) {
-        if (on)
-            switchViewButton();
-    });
+    // The toolbar's own button for pages that do not fit a narrow window.
+    for (auto *more : m_ui->toolbar->findChildren<QToolButton *>(Qt::FindDirectChildrenOnly)) {
+        if (!more->defaultAction())
+            more->setAccessibleName(tr("More Pages"));
+    }
     connect(toolbarPaths, &QAction::triggered, this, &PrefsController::pathViewButton);
     connect(toolbarSwitch, &QAction::triggered, this, &PrefsController::switchViewButton);
     auto *previousPage = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageUp), prefsWindow);
@@ -222,11 +177,6 @@ void PrefsController::showWindow()
     prefsWindow->activateWindow();
 }
 
-void PrefsController::setFolderChooser(FolderChooser chooser)
-{
-    folderChooserHook() = std::move(chooser);
-}
-
 void PrefsController::askforHelp()
 {
     popover->showRelativeToRect(helpButton->rect(), helpButton, Popover::MaxXEdge);
@@ -282,11 +232,11 @@ void PrefsController::defaultToZELMORCheckBox()
 
     const QString root = rootText->text();
     const QString output = outputText->text();
-    if (const auto workspace = PathRules::workspaceWithDefaultName(root)) {
+    if (const auto workspace = PathRules::withDefaultName(PathRules::Folder::Workspace, root)) {
         rootText->setText(*workspace);
         store.setObject(SettingsKeys::Workspace, rootText->text());
     }
-    if (const auto out = PathRules::outputWithDefaultName(output)) {
+    if (const auto out = PathRules::withDefaultName(PathRules::Folder::Output, output)) {
         outputText->setText(*out);
         store.setObject(SettingsKeys::Output, outputText->text());
     }
@@ -294,53 +244,36 @@ void PrefsController::defaultToZELMORCheckBox()
 
 void PrefsController::browserRoot()
 {
-    openFolderChooser(Chooser::Workspace);
+    openFolderChooser(PathRules::Folder::Workspace);
 }
 
 void PrefsController::browserOutput()
 {
-    openFolderChooser(Chooser::Output);
+    openFolderChooser(PathRules::Folder::Output);
 }
 
-void PrefsController::openFolderChooser(Chooser which)
+void PrefsController::openFolderChooser(PathRules::Folder which)
 {
     // Read at the click: what counts is the switch as it was when the user
     // asked for the chooser, not when the chooser ends.
     const int defaultName = SettingsStore::standard().intValue(SettingsKeys::DefaultNameZELMOR);
-    // It opens where choosing again would give back what is stored.
-    const bool workspace = which == Chooser::Workspace;
-    const QString stored = SettingsStore::standard().stringValue(
-        workspace ? SettingsKeys::Workspace : SettingsKeys::Output);
-    const QString appended = defaultName != 1 ? QString()
-                             : workspace      ? QStringLiteral("/ZELMOR")
-                                              : QStringLiteral("/ZELMOR/Output");
-    const QString start = FolderChoice::startFolder(stored, appended, QDir::homePath(),
-                                                    FolderChoice::isExistingFolder);
+    const QString key = PathRules::settingsKey(which);
     QPointer<PrefsController> self(this);
-    auto done = [self, which, defaultName](const std::optional<QString> &folder) {
-        if (self)
-            self->folderChooserDidEnd(which, defaultName, folder);
-    };
-    if (folderChooserHook())
-        folderChooserHook()(prefsWindow, which, done);
-    else
-        openFolderPanel(prefsWindow, start, done);
-}
-
-void PrefsController::folderChooserDidEnd(Chooser which, int defaultName,
-                                          const std::optional<QString> &folder)
-{
-    if (!folder || folder->isEmpty())
-        return;
-    if (which == Chooser::Workspace) {
-        pathStr = PathRules::workspaceFromChosenFolder(*folder, defaultName);
-        SettingsStore::standard().setObject(SettingsKeys::Workspace, pathStr);
-        rootText->setText(pathStr);
-    } else {
-        pathStr = PathRules::outputFromChosenFolder(*folder, defaultName);
-        SettingsStore::standard().setObject(SettingsKeys::Output, pathStr);
-        outputText->setText(pathStr);
-    }
+    // The preferences ask for the parent of their folders, as the help text
+    // says, and that is the folder the chooser shows: an entry highlighted
+    // inside it is not what the user is choosing.
+    FolderChoice::choose(
+        prefsWindow, tr("Select"), FolderChoice::Answer::ShownFolder,
+        SettingsStore::standard().stringValue(key),
+        PathRules::appendedByChooser(which, defaultName),
+        [self, which, key, defaultName](const std::optional<QString> &folder) {
+            if (!self || !folder || folder->isEmpty())
+                return;
+            self->pathStr = PathRules::fromChosenFolder(which, *folder, defaultName);
+            SettingsStore::standard().setObject(key, self->pathStr);
+            (which == PathRules::Folder::Workspace ? self->rootText : self->outputText)
+                ->setText(self->pathStr);
+        });
 }
 
 void PrefsController::logCheckBox()
@@ -433,51 +366,46 @@ void PrefsController::resetAll()
     settingChanged();
 }
 
-QString PrefsController::settingChangedText() const
+QString PrefsController::settingChangedText(int count)
 {
     return QStringLiteral("%1\n%2\n \n%3...")
         .arg(tr("ZELMOR Helper must restart to take effects of changes."),
              tr("You can restart the application later through the menu bar item."),
              // The key keeps the "%d" placeholder that the workflow's countdown
              // (and so every translation of it) uses.
-             tr("Count down %d secs").replace(QLatin1String("%d"), QString::number(countdown)));
+             tr("Count down %d secs").replace(QLatin1String("%d"), QString::number(count)));
 }
 
 void PrefsController::settingChanged()
 {
-    countdown = 10;
     if (iAlert)
         iAlert->deleteLater();
     iAlert = new AlertSheet(prefsWindow);
     iAlert->addButtonWithTitle(tr("Restart"));
     iAlert->addButtonWithTitle(tr("Later"));
     iAlert->setMessageText(tr("Notice"));
-    iAlert->setInformativeText(settingChangedText());
+    iAlert->setCountdown(10, &PrefsController::settingChangedText,
+                         [this] { timeCountdownOfSettingChanged(); });
     iAlert->beginSheet(prefsWindow, [this](int returnCode) {
         alertDidEndForSettingChanged(returnCode);
     });
+}
 
-    if (!timer) {
-        timer = new QTimer(this);
-        timer->setInterval(1000);
-        // The user reads whole seconds; a coarse timer may run up to 5% fast.
-        timer->setTimerType(Qt::PreciseTimer);
-        connect(timer, &QTimer::timeout, this, &PrefsController::timeCountdownOfSettingChanged);
-    }
-    timer->start();
+QTimer *PrefsController::timer() const
+{
+    return iAlert ? iAlert->countdownTimer() : nullptr;
+}
+
+qint32 PrefsController::countdown() const
+{
+    return iAlert ? iAlert->countdown() : 0;
 }
 
 void PrefsController::timeCountdownOfSettingChanged()
 {
-    countdown -= 1;
-    if (iAlert)
-        iAlert->setInformativeText(settingChangedText());
-    if (countdown == 0) {
-        timer->stop();
-        if (iAlert)
-            iAlert->endSheet();
+    // The sheet has counted and rewritten its text; at 0 it has ended.
+    if (countdown() == 0)
         Relaunch::relaunchAfterDelay(2.0f);
-    }
 }
 
 void PrefsController::alertDidEndForSettingChanged(int returnCode)
@@ -487,8 +415,8 @@ void PrefsController::alertDidEndForSettingChanged(int returnCode)
         Relaunch::relaunchAfterDelay(2.0f);
         return;
     }
-    if (timer)
-        timer->stop();
-    if (iAlert)
+    if (iAlert) {
+        iAlert->stopCountdown();
         iAlert->orderOut();
+    }
 }

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "settings/PathRules.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QString>
-
-#include <functional>
-#include <optional>
 
 class AlertSheet;
 class Popover;
@@ -35,25 +34,12 @@ class PrefsController : public QObject
     Q_OBJECT
 
 public:
-    // Which field a folder chooser fills.
-    enum class Chooser { Workspace, Output };
-
-    // Shows a folder chooser as a sheet on `window` and calls `done` once,
-    // later, with the folder the chooser was showing when it ended with OK,
-    // or with nothing when it was cancelled.
-    using FolderChooser = std::function<void(QWidget *window, Chooser which,
-                                             std::function<void(std::optional<QString>)> done)>;
-
     explicit PrefsController(QWidget *mainWindow, QObject *parent = nullptr);
     ~PrefsController() override;
 
     // Shows, raises and activates the one preferences window.
     void showWindow();
     QMainWindow *window() const { return prefsWindow; }
-
-    // Replaces the folder chooser for the rest of the process (tests answer
-    // it without a person); an empty function restores the real one.
-    static void setFolderChooser(FolderChooser chooser);
 
     // --- Outlets ---------------------------------------------------------------
     QMainWindow *prefsWindow = nullptr;   // parent of every sheet of this window
@@ -83,9 +69,9 @@ public:
     QString rootDirectory;    // as read when the window loaded
     QString outputDirectory;  // as read when the window loaded
     QString pathStr;          // what the last folder chooser produced
-    QPointer<AlertSheet> iAlert;
-    QTimer *timer = nullptr;  // restart countdown
-    qint32 countdown = 10;
+    QPointer<AlertSheet> iAlert;  // the restart alert, which counts down itself
+    QTimer *timer() const;
+    qint32 countdown() const;
 
     // --- Actions -------------------------------------------------------------------
     void askforHelp();
@@ -113,9 +99,8 @@ public:
 private:
     void awakeFromNib();
     void turnToPage(QAction *page, QWidget *view);
-    void openFolderChooser(Chooser which);
-    void folderChooserDidEnd(Chooser which, int defaultName, const std::optional<QString> &folder);
-    QString settingChangedText() const;
+    void openFolderChooser(PathRules::Folder which);
+    static QString settingChangedText(int count);
 
     Ui::Preferences *m_ui = nullptr;
     QPointer<QMainWindow> m_window;  // deleted with the main window, or here

@@ -15,6 +15,7 @@
 #include "ui_MainWindow.h"
 #include "widgets/AlertSheet.h"
 #include "widgets/ConsoleFindBar.h"
+#include "widgets/FolderChoice.h"
 #include "widgets/Popover.h"
 #include "workflow/AppController.h"
 #include "workflow/MainWindow.h"
@@ -28,6 +29,7 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTimer>
+#include <QToolBar>
 
 #include <functional>
 
@@ -37,7 +39,10 @@
 namespace {
 
 // Counts the items a user operates or reads; lists those without a name,
-// which cannot be told apart.
+// which cannot be told apart. Hidden parts of the window count too: they
+// show up later, as a field's clear button once it holds text, or a
+// toolbar's button for what does not fit a narrow window. Hidden menus,
+// pop-ups and their entries are left to the windows that show them.
 int walk(QAccessibleInterface *iface, QStringList &unnamed)
 {
     using A = QAccessible;
@@ -47,7 +52,10 @@ int walk(QAccessibleInterface *iface, QStringList &unnamed)
         A::Tree,         A::MenuItem,   A::ButtonMenu,  A::ButtonDropDown, A::PageTab,
         A::Link,         A::Graphic,    A::PopupMenu,   A::Dialog,         A::Window,
         A::AlertMessage, A::HelpBalloon};
-    if (!iface || !iface->isValid() || iface->state().invisible)
+    if (!iface || !iface->isValid())
+        return 0;
+    auto *widget = qobject_cast<QWidget *>(iface->object());
+    if (iface->state().invisible && (!widget || !widget->window()->isVisible()))
         return 0;
     int named = needNames.contains(iface->role());
     if (named && iface->text(A::Name).trimmed().isEmpty())
@@ -99,18 +107,16 @@ private slots:
                                TestSupport::readFile(TestSupport::buildBundleDir() + info));
         Bundle::setMainBundlePath(m_bundle.path());
         store().registerApplicationDefaults(Bundle::mainBundlePath());
-        PrefsController::setFolderChooser(
-            [this](QWidget *, PrefsController::Chooser which, auto) { m_choosers << which; });
-        ZELMORHelperAppDelegate::setFolderChooser(
-            [this](QWidget *, const QString &, auto) { ++m_wizardChoosers; });
+        // Every chooser picks /picked at once.
+        FolderChoice::setChooser(
+            [](const FolderChoice::Request &, FolderChoice::Done done) { done("/picked"); });
     }
 
     void init()
     {
         store().persisted().removeDomain();
         store().setObject(SettingsKeys::FirstLaunch, 0);
-        m_choosers.clear();
-        m_wizardChoosers = m_wizardHints = 0;
+        m_wizardHints = 0;
         QDir(agentFolder()).removeRecursively();
         QDir().mkpath(agentFolder());
     }
@@ -137,13 +143,15 @@ private slots:
             [this] { return !m_shell->controller()->outputField->toPlainText().isEmpty(); });
         row(Main, "Done", [this] { return !m_shell->menu()->findBar()->isVisible(); });
         row(PrefsPaths, "browserOutputButton",
-            [this] { return m_choosers == QList{PrefsController::Chooser::Output}; });
+            [this] { return prefs()->outputText->text() == "/picked/ZELMOR/Output"; });
         row(PrefsPaths, "Switches", [this] { return prefs()->switchView->isVisible(); });
         row(PrefsSwitches, "switchResetWarnings", [] {
             return store().objectForKey(SettingsKeys::FirstLaunch) == QVariant(QString("1"));
         });
         row(FirstLaunchSheet);
-        row(WizardSheet, "wizardBrowseOutputButton", [this] { return m_wizardChoosers == 1; });
+        row(WizardSheet, "wizardBrowseOutputButton", [this] {
+            return m_shell->delegate()->iniOutputText->text() == "/picked/ZELMOR/Output";
+        });
         row(WizardSheet, "wizardHelpButton",
             [this] { return m_shell->delegate()->iniPopover->isShown(); });
         row(WizardSheet, "wizardOKButton",
@@ -204,11 +212,13 @@ private slots:
                 connect(static_cast<Popover *>(w), &Popover::clicked, this,
                         [this] { ++m_wizardHints; });
             QAccessibleActionInterface *actions = accessible(target)->actionInterface();
-            // What a click is for a button that stays pressed is a Toggle.
+            // What a click is for a button that stays pressed is a Toggle;
+            // a page tab is chosen by a Press.
             auto *b = qobject_cast<QAbstractButton *>(target);
-            const QString action = b && b->isCheckable()
-                                       ? QAccessibleActionInterface::toggleAction()
-                                       : QAccessibleActionInterface::pressAction();
+            const QString action =
+                b && b->isCheckable() && accessible(b)->role() != QAccessible::PageTab
+                    ? QAccessibleActionInterface::toggleAction()
+                    : QAccessibleActionInterface::pressAction();
             QVERIFY(actions && actions->actionNames().contains(action));
             QVERIFY(!acted());
             actions->doAction(action);
@@ -234,6 +244,31 @@ private slots:
             QTest::keyClick(w, Qt::Key_Escape);
             QVERIFY(!w->isVisible());
         }
+    }
+
+    // The preference pages are page tabs, the one shown selected; choosing
+    // one unchooses the other.
+    void preferencePagesAreTabs()
+    {
+        QWidget *window = open(PrefsPaths);
+        QList<QAccessibleInterface *> tabs;
+        for (QAction *page : {prefs()->toolbarPaths, prefs()->toolbarSwitch}) {
+            QWidget *button = window->findChild<QToolBar *>()->widgetForAction(page);
+            tabs << accessible(button);
+            QCOMPARE(tabs.last()->role(), QAccessible::PageTab);
+            QCOMPARE(tabs.last()->text(QAccessible::Name), page->text().remove('&'));
+        }
+        const auto selected = [&tabs] {
+            return QList<bool>{bool(tabs.at(0)->state().selected),
+                               bool(tabs.at(1)->state().selected)};
+        };
+        QCOMPARE(selected(), QList<bool>({true, false}));
+        tabs.at(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QVERIFY(prefs()->switchView->isVisible() && !prefs()->pathsView->isVisible());
+        QCOMPARE(selected(), QList<bool>({false, true}));
+        tabs.at(0)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QVERIFY(prefs()->pathsView->isVisible());
+        QCOMPARE(selected(), QList<bool>({true, false}));
     }
 
     // "Missing" and anything else coloured stays readable on light and dark
@@ -386,8 +421,6 @@ private:
     std::unique_ptr<InstallerWindow> m_installer;
     std::unique_ptr<StatusbarCompanion> m_companion;
     QPointer<AlertSheet> m_alert;
-    QList<PrefsController::Chooser> m_choosers;
-    int m_wizardChoosers = 0;
     int m_wizardHints = 0;
     QTemporaryDir m_emptyDir;
     QTemporaryDir m_bundle;

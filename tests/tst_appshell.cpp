@@ -7,18 +7,25 @@
 #include "platform/Bundle.h"
 #include "platform/CompanionChannel.h"
 #include "platform/Relaunch.h"
+#include "settings/PrefsController.h"
 #include "ui_MainWindow.h"
 #include "widgets/ConsoleFindBar.h"
+#include "widgets/FolderChoice.h"
 #include "widgets/Popover.h"
 #include "workflow/AppController.h"
 #include "workflow/OperationNotice.h"
 
+#include <QAbstractItemView>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDBusConnection>
 #include <QFileDialog>
+#include <QFileSystemModel>
+#include <QHeaderView>
+#include <QLineEdit>
 #include <QMenu>
 #include <QProcess>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTimer>
@@ -188,31 +195,111 @@ private slots:
         QTest::mouseClick(help, Qt::LeftButton);
         expectPopover(d->iniPopover, help, Popover::MinXEdge);
 
-        // The user picks parent folders, taken as given; a cancel keeps what is stored.
-        m_answers = {m_dir.path(), "/", "", ""};
-        ZELMORHelperAppDelegate::setFolderChooser(
-            [this](QWidget *, const QString &, std::function<void(const QString &)> done) {
-                done(m_answers.isEmpty() ? QString() : m_answers.takeFirst());
-            });
-        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
-        QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
-        const QString workspace = m_dir.path() + "/ZELMOR";
-        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
-        QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
-        QCOMPARE(store().stringValue(SettingsKeys::Workspace), workspace);
-        QCOMPARE(store().stringValue(SettingsKeys::Output), "//ZELMOR/Output");
-
-        // The real chooser opens where choosing again gives back the stored path.
-        ZELMORHelperAppDelegate::setFolderChooser({});
-        d->wizardBrowseWorkspaceButton->click();
-        QFileDialog *dialog = nullptr;
-        QTRY_VERIFY((dialog = d->wizardWindow->findChild<QFileDialog *>()) && dialog->isVisible());
-        QCOMPARE(dialog->directory().absolutePath(), m_dir.path());
-        QCOMPARE(dialog->labelText(QFileDialog::Accept), "Select");
-        dialog->reject();
         QTest::mouseClick(d->wizardOKButton, Qt::LeftButton);
         QCOMPARE(store().intValue(SettingsKeys::Initialization), 0);
         QVERIFY(!d->wizardWindow);
+    }
+
+    // The wizard's choosers take parent folders as given and always add the
+    // default names; a cancel keeps what is stored.
+    void wizardStoresTheChosenParentFolders()
+    {
+        ZELMORHelperAppDelegate *d = openWizard();
+        QStringList answers{m_dir.path(), "/", "", ""};
+        QList<FolderChoice::Request> requests;
+        FolderChoice::setChooser([&](const FolderChoice::Request &request, auto done) {
+            requests << request;
+            const QString answer = answers.takeFirst();
+            done(answer.isEmpty() ? std::nullopt : std::optional<QString>(answer));
+        });
+        const auto restore = qScopeGuard([] { FolderChoice::setChooser({}); });
+        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
+        QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
+        const QString workspace = m_dir.path() + "/ZELMOR";
+        QCOMPARE(d->iniWorkSpaceText->text(), workspace);
+        QCOMPARE(d->iniOutputText->text(), "//ZELMOR/Output");
+        QTest::mouseClick(d->wizardBrowseWorkspaceButton, Qt::LeftButton);
+        QTest::mouseClick(d->wizardBrowseOutputButton, Qt::LeftButton);
+        QVERIFY(d->inipathStr.isEmpty());
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), workspace);
+        QCOMPARE(store().stringValue(SettingsKeys::Output), "//ZELMOR/Output");
+        QCOMPARE(requests.size(), 4);
+        QCOMPARE(requests.first().window, d->wizardWindow.data());
+        QCOMPARE(requests.first().prompt, "Select");
+        QCOMPARE(requests.first().answer, FolderChoice::Answer::SelectedEntry);
+        // It opens where choosing again gives back what is stored.
+        QCOMPARE(requests.at(2).start, m_dir.path());
+        QCOMPARE(requests.at(3).start, "/");
+    }
+
+    // The real chooser is window-modal and answers each window's question.
+    // The wizard asks for a folder to put its own in, so the entry the user
+    // highlighted (or named) is the one chosen, the folder shown when none
+    // is; the preferences ask for the parent they look at, so they take the
+    // folder the chooser shows, a folder path typed into it counting and a
+    // highlighted or named entry not.
+    void chooserAnswersEachWindowByItsOwnRule_data()
+    {
+        columns<bool, QString, QString, QString>({"wizard", "answer", "text", "stored"});
+        for (const bool wizard : {true, false}) {
+            const char *window = wizard ? "wizard" : "preferences";
+            const QString entry = wizard ? "/Dev/inner/ZELMOR" : "/Dev/ZELMOR";
+            QTest::addRow("%s, highlighted entry", window) << wizard << "highlight" << "inner"
+                                                           << entry;
+            QTest::addRow("%s, nothing highlighted", window) << wizard << "accept" << ""
+                                                             << "/Dev/ZELMOR";
+            QTest::addRow("%s, typed path", window) << wizard << "type" << "<dir>/Dev/inner"
+                                                    << "/Dev/inner/ZELMOR";
+            QTest::addRow("%s, entry name", window) << wizard << "type" << "inner" << entry;
+            QTest::addRow("%s, cancelled", window) << wizard << "cancel" << "" << "/Dev/src";
+        }
+    }
+    void chooserAnswersEachWindowByItsOwnRule()
+    {
+        QFETCH(bool, wizard);
+        QFETCH(QString, answer);
+        QFETCH(QString, text);
+        QFETCH(QString, stored);
+        QDir(m_dir.path()).mkpath("Dev/inner");
+        QWidget *window = nullptr;
+        QAbstractButton *select = nullptr;
+        if (wizard) {
+            window = openWizard()->wizardWindow;
+            select = delegate()->wizardBrowseWorkspaceButton;
+        } else {
+            start();
+            ui()->menuPrefs->trigger();
+            window = m_shell->prefsController()->window();
+            select = m_shell->prefsController()->browserRootButton;
+        }
+        store().setObject(SettingsKeys::Workspace, m_dir.path() + "/Dev/src"); // opens at Dev
+        select->click();
+        QFileDialog *dialog = nullptr;
+        QTRY_VERIFY((dialog = window->findChild<QFileDialog *>()) && dialog->isVisible());
+        QCOMPARE(dialog->windowModality(), Qt::WindowModal);
+        QCOMPARE(dialog->labelText(QFileDialog::Accept), "Select");
+        QCOMPARE(dialog->directory().absolutePath(), m_dir.path() + "/Dev");
+        dialog->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog));
+        if (answer == "cancel") {
+            static_cast<QDialog *>(dialog)->reject();
+        } else if (answer == "type") {
+            auto *name = dialog->findChild<QLineEdit *>("fileNameEdit");
+            name->setFocus();
+            QTest::keyClicks(name, text.replace("<dir>", m_dir.path()));
+            QTest::keyClick(name, Qt::Key_Return);
+        } else {
+            if (answer == "highlight")
+                highlightEntry(dialog, m_dir.path() + "/Dev/" + text);
+            QPushButton *accept = nullptr;
+            for (auto *button : dialog->findChildren<QPushButton *>())
+                if (button->text() == "Select")
+                    accept = button;
+            QVERIFY(accept && accept->isEnabled());
+            QTest::mouseClick(accept, Qt::LeftButton);
+        }
+        QTRY_VERIFY(!window->findChild<QFileDialog *>());
+        QCOMPARE(store().stringValue(SettingsKeys::Workspace), m_dir.path() + stored);
     }
 
     // Titles, finding in the console, then every menu's actions, on one main window.
@@ -404,14 +491,40 @@ private:
         m_shell->start();
     }
     ZELMORHelperAppDelegate *delegate() const { return m_shell->delegate(); }
+    // A first launch, past its first sheet.
+    ZELMORHelperAppDelegate *openWizard()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, 1);
+        start();
+        delegate()->firstOKButton->click();
+        return delegate();
+    }
     Ui::MainWindow *ui() const { return m_shell->window()->ui(); }
+    // Clicks the entry at `path` in the file view the chooser shows, once
+    // the view has listed it.
+    static void highlightEntry(QFileDialog *dialog, const QString &path)
+    {
+        QAbstractItemView *view = nullptr;
+        QFileSystemModel *files = nullptr;
+        for (auto *candidate : dialog->findChildren<QAbstractItemView *>()) {
+            auto *model = qobject_cast<QFileSystemModel *>(candidate->model());
+            if (model && candidate->isVisible() && !qobject_cast<QHeaderView *>(candidate)) {
+                view = candidate;
+                files = model;
+            }
+        }
+        QVERIFY(view);
+        const QModelIndex entry = files->index(path);
+        QTRY_VERIFY(view->visualRect(entry).isValid());
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(entry).center());
+        QVERIFY(view->selectionModel()->isRowSelected(entry.row(), entry.parent()));
+    }
 
     QTemporaryDir m_dir;
     QProcess m_bus;
     FakeNotifications m_fake;
     QString m_bundle, m_statusbarMarker, m_installerMarker, m_statusbarId;
     std::unique_ptr<ApplicationShell> m_shell;
-    QStringList m_answers;
     QList<float> m_relaunches;
 };
 

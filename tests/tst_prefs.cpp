@@ -12,11 +12,11 @@
 
 #include <QAccessible>
 #include <QCheckBox>
-#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTimer>
 
 using namespace TestSupport;
@@ -192,47 +192,46 @@ private slots:
               "expected");
     }
 
-    // A typed folder (under m_dir) is stored, named by the switch as at the
-    // click; cancelled, nothing is stored.
-    void realChooserTakesTheTypedFolder_data()
+    // The chooser opens on the window where choosing again gives back what is
+    // stored, and its folder is stored named by the switch as it was at the
+    // click; a cancel stores nothing.
+    void chosenFolderIsNamedByTheSwitchAtTheClick_data()
     {
-        columns<bool, int, QString, QString>({"workspace", "defaultName", "typed", "stored"});
-        QTest::newRow("workspace, typed, switch off") << true << 0 << "/Dev/inner" << "/Dev/inner";
-        QTest::newRow("output, name, on") << false << 1 << "inner" << "/Dev/ZELMOR/Output";
-        QTest::newRow("cancelled") << true << 1 << "" << "/Dev/ZELMOR";
+        columns<bool, int, QString, QString>({"workspace", "defaultName", "chosen", "stored"});
+        QTest::newRow("workspace, on") << true << 1 << "/p" << "/p/ZELMOR";
+        QTest::newRow("output, on") << false << 1 << "/p" << "/p/ZELMOR/Output";
+        QTest::newRow("workspace, off, as chosen") << true << 0 << "/p/" << "/p/";
+        QTest::newRow("output, off") << false << 0 << "/p" << "/p";
+        QTest::newRow("cancelled") << false << 1 << "" << "<dev>/ZELMOR/Output";
     }
-    void realChooserTakesTheTypedFolder()
+    void chosenFolderIsNamedByTheSwitchAtTheClick()
     {
         QFETCH(bool, workspace);
         QFETCH(int, defaultName);
-        QFETCH(QString, typed);
+        QFETCH(QString, chosen);
         QFETCH(QString, stored);
         const QString key = workspace ? SettingsKeys::Workspace : SettingsKeys::Output;
         const QString dev = m_dir.path() + "/Dev";
         const QString names = !defaultName ? "" : workspace ? "/ZELMOR" : "/ZELMOR/Output";
         storeAll({{SettingsKeys::DefaultNameZELMOR, defaultName}, {key, dev + names}});
         PrefsController prefs(nullptr);
-        prefs.showWindow();
+        QList<FolderChoice::Request> requests;
+        FolderChoice::setChooser([&](const FolderChoice::Request &request, auto done) {
+            requests << request;
+            // The switch turns while the chooser is up.
+            store().setObject(SettingsKeys::DefaultNameZELMOR, 1 - defaultName);
+            done(chosen.isEmpty() ? std::nullopt : std::optional<QString>(chosen));
+        });
+        const auto restore = qScopeGuard([] { FolderChoice::setChooser({}); });
         (workspace ? prefs.browserRootButton : prefs.browserOutputButton)->click();
-        store().setObject(SettingsKeys::DefaultNameZELMOR, 1 - defaultName);
-        QFileDialog *panel = nullptr;
-        QTRY_VERIFY((panel = prefs.window()->findChild<QFileDialog *>()) && panel->isVisible());
-        QCOMPARE(panel->windowModality(), Qt::WindowModal);
-        QCOMPARE(panel->labelText(QFileDialog::Accept), "Select");
-        QCOMPARE(panel->directory().absolutePath(), dev);
-        if (typed.isEmpty()) {
-            static_cast<QDialog *>(panel)->reject();
-        } else {
-            auto *name = panel->findChild<QLineEdit *>("fileNameEdit");
-            panel->activateWindow();
-            QVERIFY(QTest::qWaitForWindowActive(panel));
-            name->setFocus();
-            QTest::keyClicks(name, typed.startsWith('/') ? m_dir.path() + typed : typed);
-            QTest::keyClick(name, Qt::Key_Return);
-        }
-        QTRY_VERIFY(!prefs.window()->findChild<QFileDialog *>());
-        QCOMPARE(store().stringValue(key), m_dir.path() + stored);
-        QCOMPARE((workspace ? prefs.rootText : prefs.outputText)->text(), m_dir.path() + stored);
+        QCOMPARE(requests.size(), 1);
+        QCOMPARE(requests.first().window, prefs.window());
+        QCOMPARE(requests.first().start, dev);
+        QCOMPARE(requests.first().prompt, "Select");
+        QCOMPARE(requests.first().answer, FolderChoice::Answer::ShownFolder);
+        stored.replace("<dev>", dev);
+        QCOMPARE(store().stringValue(key), stored);
+        QCOMPARE((workspace ? prefs.rootText : prefs.outputText)->text(), stored);
     }
 
     void agentTexts()
@@ -301,9 +300,11 @@ private slots:
         QVERIFY(QFileInfo(m_agent).isDir());
     }
 
-    // Last, since its child removes the domain in the background. Later leaves
-    // the window frozen; a fresh alert counts to the relaunch; Restart is at once.
-    void resetAll()
+    // Last ones, since Reset All's child removes the domain in the background.
+
+    // The window freezes, says why, and asks for a restart; "Later" stops the
+    // count and leaves the window frozen. The child removes every setting.
+    void resetAllFreezesTheWindowAndAsks()
     {
         storeAll({{SettingsKeys::Workspace, "/mine"}, {SettingsKeys::FirstLaunch, 0}});
         QMainWindow mainWindow;
@@ -324,24 +325,40 @@ private slots:
         QCOMPARE(alert->buttonTitles(), QStringList({"Restart", "Later"}));
         QCOMPARE(alert->text(), QString("Notice"));
         QCOMPARE(alert->informativeText(), Countdown.arg(10));
-        alert->buttonFor(AlertSheet::FirstButtonReturn + 1)->click();
-        QVERIFY(!alert->isVisible() && !prefs.timer->isActive() && !prefs.rootText->isEnabled());
+        alert->buttonFor(AlertSheet::SecondButtonReturn)->click();
+        QVERIFY(!alert->isVisible() && !prefs.timer()->isActive() && !prefs.rootText->isEnabled());
 
         // The child removes the whole persisted domain through the bundle's tool.
         QTRY_COMPARE(store().persisted().state(), DefaultsDomain::State::Missing);
         QVERIFY(m_relaunches.isEmpty());
+    }
 
+    // Unanswered, a fresh alert counts 10 to 0, one a second, then relaunches.
+    void restartAlertCountsDownToARelaunch()
+    {
+        PrefsController prefs(nullptr);
+        prefs.showWindow();
         prefs.switchResetAll->click();
-        alert = prefs.iAlert;
+        prefs.switchResetAll->click(); // a second Reset All starts afresh
+        AlertSheet *alert = prefs.iAlert;
         QCOMPARE(alert->informativeText(), Countdown.arg(10));
-        QCOMPARE(prefs.timer->interval(), 1000);
+        QCOMPARE(prefs.timer()->interval(), 1000);
+        QSignalSpy ticks(prefs.timer(), &QTimer::timeout);
+        QVERIFY(ticks.wait(5000));
+        QCOMPARE(alert->informativeText(), Countdown.arg(9));
         QTRY_COMPARE_WITH_TIMEOUT(m_relaunches, QList<float>{2.0f}, 15000);
+        QCOMPARE(ticks.size(), 10);
         QCOMPARE(alert->informativeText(), Countdown.arg(0));
-        QVERIFY(!alert->isVisible() && !prefs.timer->isActive());
+        QVERIFY(!alert->isVisible() && !prefs.timer()->isActive());
+    }
 
+    void restartRelaunchesAtOnce()
+    {
+        PrefsController prefs(nullptr);
+        prefs.showWindow();
         prefs.switchResetAll->click();
         prefs.iAlert->buttonFor(AlertSheet::FirstButtonReturn)->click();
-        QCOMPARE(m_relaunches, QList<float>({2.0f, 2.0f}));
+        QCOMPARE(m_relaunches, QList<float>{2.0f});
     }
 };
 

@@ -3,6 +3,7 @@
 #include "widgets/Popover.h"
 #include "widgets/Spinner.h"
 
+#include <QAbstractButton>
 #include <QAccessibleWidget>
 #include <QLabel>
 
@@ -51,8 +52,62 @@ private:
     Popover *popover() const { return static_cast<Popover *>(widget()); }
 };
 
+const char *const PageTabProperty = "zelmorPageTab";
+
+// The button's title as read, without its mnemonic marks ("&&" is a literal
+// ampersand).
+QString withoutMnemonic(const QString &title)
+{
+    QString text;
+    for (qsizetype i = 0; i < title.size(); ++i) {
+        if (title.at(i) == QLatin1Char('&') && i + 1 < title.size())
+            ++i;
+        text.append(title.at(i));
+    }
+    return text;
+}
+
+class PageTabAccessible : public QAccessibleWidget
+{
+public:
+    explicit PageTabAccessible(QAbstractButton *button)
+        : QAccessibleWidget(button, QAccessible::PageTab)
+    {
+    }
+    QString text(QAccessible::Text t) const override
+    {
+        QString text = QAccessibleWidget::text(t);
+        if (t == QAccessible::Name && text.isEmpty())
+            text = withoutMnemonic(button()->text());
+        return text;
+    }
+    QAccessible::State state() const override
+    {
+        QAccessible::State s = QAccessibleWidget::state();
+        s.selectable = true;
+        s.selected = button()->isChecked();
+        return s;
+    }
+    QStringList actionNames() const override
+    {
+        return button()->isEnabled() ? QStringList{pressAction()} : QStringList();
+    }
+    void doAction(const QString &actionName) override
+    {
+        if (actionName == pressAction() && button()->isEnabled())
+            button()->click();
+    }
+
+private:
+    QAbstractButton *button() const { return static_cast<QAbstractButton *>(widget()); }
+};
+
 QAccessibleInterface *factory(const QString &className, QObject *object)
 {
+    if (object && object->property(PageTabProperty).toBool()) {
+        if (auto *button = qobject_cast<QAbstractButton *>(object))
+            return new PageTabAccessible(button);
+    }
     if (className == QLatin1String("Popover")) {
         if (auto *popover = qobject_cast<Popover *>(object))
             return new PopoverAccessible(popover);
@@ -78,6 +133,16 @@ void install()
         return;
     installed = true;
     QAccessible::installFactory(factory);
+}
+
+void markAsPageTab(QAbstractButton *button)
+{
+    install();
+    button->setProperty(PageTabProperty, true);
+    // Qt may have made the button's interface while it was being set up;
+    // dropped, the next request makes the page tab's.
+    if (QAccessibleInterface *made = QAccessible::queryAccessibleInterface(button))
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(made));
 }
 
 } // namespace AccessibleRoles

@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 
 namespace {
 QList<QPointer<AlertSheet>> &registry()
@@ -53,6 +54,43 @@ void AlertSheet::addButtonWithTitle(const QString &title)
     m_buttons.append(button);
 }
 
+void AlertSheet::setCountdown(int seconds, std::function<QString(int)> text,
+                              std::function<void()> tick)
+{
+    m_countdown = seconds;
+    m_countdownText = std::move(text);
+    m_tick = std::move(tick);
+    setInformativeText(m_countdownText(m_countdown));
+    if (!m_timer) {
+        m_timer = new QTimer(this);
+        m_timer->setInterval(1000);
+        // The user reads whole seconds; a coarse timer may run up to 5% fast.
+        m_timer->setTimerType(Qt::PreciseTimer);
+        connect(m_timer, &QTimer::timeout, this, &AlertSheet::countDown);
+    }
+}
+
+void AlertSheet::stopCountdown()
+{
+    if (m_timer)
+        m_timer->stop();
+}
+
+void AlertSheet::countDown()
+{
+    // Ending runs the did-end handler, which may free this sheet: nothing of
+    // it is touched after that.
+    const auto tick = m_tick;
+    m_countdown -= 1;
+    setInformativeText(m_countdownText(m_countdown));
+    if (m_countdown == 0) {
+        stopCountdown();
+        endSheet();
+    }
+    if (tick)
+        tick();
+}
+
 void AlertSheet::beginSheet(QWidget *window, std::function<void(int)> didEnd)
 {
     m_didEnd = std::move(didEnd);
@@ -63,6 +101,8 @@ void AlertSheet::beginSheet(QWidget *window, std::function<void(int)> didEnd)
     setWindowModality(window ? Qt::WindowModal : Qt::ApplicationModal);
     registry().append(this);
     open();
+    if (m_timer)
+        m_timer->start();
 }
 
 void AlertSheet::endSheet(int returnCode)

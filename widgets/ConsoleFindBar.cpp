@@ -50,6 +50,11 @@ ConsoleFindBar::ConsoleFindBar(QPlainTextEdit *console, QWidget *parent)
     m_previous->setAccessibleName(tr("Find Previous"));
     m_next->setAccessibleName(tr("Find Next"));
     m_field->setClearButtonEnabled(true);
+    // Qt's clear button is a bare icon, nameless to a screen reader.
+    for (auto *clear : m_field->findChildren<QToolButton *>(Qt::FindDirectChildrenOnly)) {
+        clear->setAccessibleName(tr("Clear"));
+        clear->setToolTip(tr("Clear"));
+    }
     m_previous->setArrowType(Qt::LeftArrow);
     m_previous->setToolTip(tr("Find Previous"));
     m_next->setArrowType(Qt::RightArrow);

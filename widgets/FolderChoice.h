@@ -3,10 +3,49 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
-// What a folder chooser stands for, decided apart from the dialog so it can
-// be checked without one.
+class QWidget;
+
+// The one folder chooser of the application, and what it stands for, decided
+// apart from the dialog so it can be checked without one.
 namespace FolderChoice {
+
+// Runs once, later, with the chosen folder, or with nothing when cancelled.
+using Done = std::function<void(const std::optional<QString> &folder)>;
+
+// Which folder an accepted chooser stands for. Callers differ in what they
+// ask the user: a folder to put something in reads the highlighted entry as
+// the choice, as a folder dialog's selection does, while a setting phrased as
+// "choose the parent folder" means the folder being looked at.
+enum class Answer {
+    // The folder the chooser shows (see shownFolder()), whatever entry is
+    // highlighted inside it.
+    ShownFolder,
+    // The entry highlighted inside it, or the folder it shows when nothing
+    // is highlighted; a typed path goes where the dialog itself takes it.
+    SelectedEntry,
+};
+
+// What the chooser is asked: shown window-modally on `window`, opened at
+// `start`, its accept button reading `prompt`, answering with `answer`.
+struct Request {
+    QWidget *window = nullptr;
+    QString start;
+    QString prompt;
+    Answer answer = Answer::ShownFolder;
+};
+
+// Asks for a folder for a setting that holds `stored`, of which the caller
+// will append `appended` to the chosen folder; it opens at startFolder() of
+// the two. Folders only, new folders allowed.
+void choose(QWidget *window, const QString &prompt, Answer answer, const QString &stored,
+            const QString &appended, Done done);
+
+// Stands in for the dialog for the rest of the process (tests answer it
+// without a person); an empty function restores the dialog.
+using Chooser = std::function<void(const Request &request, Done done)>;
+void setChooser(Chooser chooser);
 
 // Answers whether a folder exists at a path.
 using IsFolder = std::function<bool(const QString &path)>;

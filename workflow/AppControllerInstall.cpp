@@ -3,6 +3,7 @@
 #include "BuildConfig.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/AlertSheet.h"
 #include "widgets/ConsoleView.h"
 #include "workflow/MainWindow.h"
 #include "workflow/ModuleRules.h"
@@ -41,16 +42,16 @@ void AppController::alertDidEndforInstall(int returnCode)
     const QString kept = formatText(QStringLiteral("%@.%@"),
                                     {rootDirectory, dateSuffix(QDateTime::currentDateTime())});
     switch (returnCode) {
-    case 1002: // Cancel
+    case AlertSheet::ThirdButtonReturn: // Cancel
         terminatedByUser = 0;
         stopRequest = 0;
         stopTask();
         break;
-    case 1001: // Replace: the whole workspace goes, not only its .git
+    case AlertSheet::SecondButtonReturn: // Replace: the whole workspace goes, not only its .git
         removeItem(rootDirectory);
         startInstall();
         break;
-    case 1000: // Keep, under the date suffix; if that fails git says why
+    case AlertSheet::FirstButtonReturn: // Keep, under the date suffix; if that fails git says why
         moveItem(rootDirectory, kept);
         startInstall();
         break;

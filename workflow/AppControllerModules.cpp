@@ -182,7 +182,9 @@ void AppController::moduleAlertDidEnd(int returnCode)
 
     // The folder is removed or moved by name: only a name that passed the
     // guard can stand for a module folder (an empty one is the workspace).
-    if ((returnCode == 1000 || returnCode == 1001)
+    const bool keepOrReplace = returnCode == AlertSheet::FirstButtonReturn
+                               || returnCode == AlertSheet::SecondButtonReturn;
+    if (keepOrReplace
         && checkModuleEntry(moduleURL.value(now), moduleName) != ModuleEntryVerdict::Accepted) {
         std::fprintf(stderr, "Error alert sheet.\n");
         return;
@@ -190,17 +192,17 @@ void AppController::moduleAlertDidEnd(int returnCode)
     const QString folder = formatText(QStringLiteral("%@/%@"), {rootDirectory, moduleName});
     const QString kept = keptModulePath(rootDirectory, moduleName);
     switch (returnCode) {
-    case 1002: // Skip
+    case AlertSheet::ThirdButtonReturn: // Skip
         outputField->insertText(
             formatText(QStringLiteral("\n%@ %@\n"), {tr("Skip module"), moduleName}));
         now += 1;
         startInstallModule();
         break;
-    case 1001: // Replace: the same module is fetched afresh
+    case AlertSheet::SecondButtonReturn: // Replace: the same module is fetched afresh
         removeItem(folder);
         startInstallModule();
         break;
-    case 1000: // Keep beside the fresh copy
+    case AlertSheet::FirstButtonReturn: // Keep beside the fresh copy
         moveItem(folder, kept);
         startInstallModule();
         break;
@@ -236,7 +238,7 @@ void AppController::timeCountdownOfReadytoInstallModule()
 
 void AppController::alertDidEndForReadytoInstallModule(int returnCode)
 {
-    if (returnCode == 1000) {
+    if (returnCode == AlertSheet::FirstButtonReturn) {
         if (timer)
             timer->stop();
         outputField->insertText(tr("Ready to start initializing modules. Please wait..."));

@@ -308,6 +308,10 @@
         <source>Not found</source>
         <translation>Nicht gefunden</translation>
     </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
 </context>
 <context>
     <name>HomebrewInstaller</name>
@@ -830,6 +834,10 @@
     <message>
         <source>Count down %d secs</source>
         <translation>Countdown: %d s</translation>
+    </message>
+    <message>
+        <source>More Pages</source>
+        <translation>Weitere Seiten</translation>
     </message>
 </context>
 <context>

@@ -308,6 +308,10 @@
         <source>Not found</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Clear</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>HomebrewInstaller</name>
@@ -829,6 +833,10 @@
     </message>
     <message>
         <source>Count down %d secs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>More Pages</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -308,6 +308,10 @@
         <source>Not found</source>
         <translation>No encontrado</translation>
     </message>
+    <message>
+        <source>Clear</source>
+        <translation>Borrar</translation>
+    </message>
 </context>
 <context>
     <name>HomebrewInstaller</name>
@@ -830,6 +834,10 @@
     <message>
         <source>Count down %d secs</source>
         <translation>Cuenta atrás: %d s</translation>
+    </message>
+    <message>
+        <source>More Pages</source>
+        <translation>Más páginas</translation>
     </message>
 </context>
 <context>

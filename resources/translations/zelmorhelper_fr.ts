@@ -308,6 +308,10 @@
         <source>Not found</source>
         <translation>Introuvable</translation>
     </message>
+    <message>
+        <source>Clear</source>
+        <translation>Effacer</translation>
+    </message>
 </context>
 <context>
     <name>HomebrewInstaller</name>
@@ -830,6 +834,10 @@
     <message>
         <source>Count down %d secs</source>
         <translation>Compte à rebours&#xa0;: %d s</translation>
+    </message>
+    <message>
+        <source>More Pages</source>
+        <translation>Autres pages</translation>
     </message>
 </context>
 <context>
