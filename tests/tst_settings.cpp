@@ -217,8 +217,15 @@ private slots:
     // same moment; a large file makes each read-modify-write overlap. A writer
     // killed at a random moment leaves the old file or the new one, never a mix;
     // its lock does not block the next writer, which removes its temporary file.
+    // The moments are random; the seed is printed, and ZELMOR_TEST_SEED=<seed>
+    // runs the same moments again.
     void writersLoseNothing()
     {
+        bool given = false;
+        const quint32 requested = qEnvironmentVariable("ZELMOR_TEST_SEED").toUInt(&given);
+        const quint32 seed = given ? requested : QRandomGenerator::global()->generate();
+        qInfo("writersLoseNothing: ZELMOR_TEST_SEED=%u", seed);
+        QRandomGenerator random(seed);
         const QString domain = "org.zelmor.writers";
         SettingsStore store(domain);
         const QString pad(300000, QLatin1Char('p')), path = store.persisted().filePath();
@@ -241,7 +248,7 @@ private slots:
             const QByteArray before = readFile(path);
             QTRY_VERIFY_WITH_TIMEOUT(readFile(path) != before, 60000);
             // A random while later, somewhere within one of its writes.
-            for (int extra = QRandomGenerator::global()->bounded(200); extra > 0; --extra)
+            for (int extra = random.bounded(200); extra > 0; --extra)
                 readFile(path);
             ::kill(static_cast<pid_t>(writer.processId()), SIGKILL);
             QVERIFY(writer.waitForFinished(10000));
