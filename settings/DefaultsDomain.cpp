@@ -1,5 +1,6 @@
 #include "settings/DefaultsDomain.h"
 
+#include "platform/UserFolders.h"
 #include "settings/SettingsFile.h"
 
 #include <QDateTime>
@@ -156,11 +157,7 @@ DefaultsDomain::DefaultsDomain(QString domain) : m_domain(std::move(domain)) {}
 
 QString DefaultsDomain::filePathForDomain(const QString &domain)
 {
-    QString base = qEnvironmentVariable("XDG_CONFIG_HOME");
-    // XDG base directories must be absolute; a relative value is ignored.
-    if (base.isEmpty() || QDir::isRelativePath(base))
-        base = QDir::homePath() + QStringLiteral("/.config");
-    return base + QLatin1Char('/') + domain + QStringLiteral(".json");
+    return UserFolders::config() + QLatin1Char('/') + domain + QStringLiteral(".json");
 }
 
 QString DefaultsDomain::filePath() const

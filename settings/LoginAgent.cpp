@@ -1,6 +1,7 @@
 #include "settings/LoginAgent.h"
 
 #include "platform/Bundle.h"
+#include "platform/UserFolders.h"
 
 #include <QDir>
 #include <QFile>
@@ -51,11 +52,7 @@ QString agentsFolder()
 #ifdef Q_OS_MACOS
     return QStringLiteral("%1/Library/LaunchAgents").arg(QDir::homePath());
 #else
-    // A relative XDG_CONFIG_HOME is invalid and must be ignored, like an unset one.
-    QString config = qEnvironmentVariable("XDG_CONFIG_HOME");
-    if (config.isEmpty() || QDir::isRelativePath(config))
-        config = QDir::homePath() + QStringLiteral("/.config");
-    return config + QStringLiteral("/autostart");
+    return UserFolders::config() + QStringLiteral("/autostart");
 #endif
 }
 
