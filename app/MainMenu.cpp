@@ -37,15 +37,6 @@ MainMenu::MainMenu(MainWindow *window, AppController *controller, QObject *paren
     Ui::MainWindow *ui = window->ui();
     m_console = ui->outputField;
 
-    // The find bar sits right under the console it searches.
-    m_findBar = new ConsoleFindBar(m_console, window);
-    QWidget *central = window->centralWidget();
-    auto *box = central ? qobject_cast<QBoxLayout *>(central->layout()) : nullptr;
-    if (box && box->indexOf(m_console) >= 0)
-        box->insertWidget(box->indexOf(m_console) + 1, m_findBar);
-    else if (central && central->layout())
-        central->layout()->addWidget(m_findBar);
-
     usePlatformShortcut(ui->menuPrefs, QKeySequence::Preferences);
     usePlatformShortcut(ui->menuQuit, QKeySequence::Quit);
     usePlatformShortcut(ui->menuCopy, QKeySequence::Copy);
@@ -86,12 +77,13 @@ MainMenu::MainMenu(MainWindow *window, AppController *controller, QObject *paren
             m_window->raise();
             m_window->activateWindow();
         }
-        m_findBar->showFindBar();
+        findBar()->showFindBar();
     });
-    connect(ui->menuFindNext, &QAction::triggered, m_findBar, &ConsoleFindBar::findNext);
-    connect(ui->menuFindPre, &QAction::triggered, m_findBar, &ConsoleFindBar::findPrevious);
-    connect(ui->menuFindSelect, &QAction::triggered, m_findBar, &ConsoleFindBar::useSelectionForFind);
-    connect(ui->menuJump, &QAction::triggered, m_findBar, &ConsoleFindBar::jumpToSelection);
+    connect(ui->menuFindNext, &QAction::triggered, this, [this] { findBar()->findNext(); });
+    connect(ui->menuFindPre, &QAction::triggered, this, [this] { findBar()->findPrevious(); });
+    connect(ui->menuFindSelect, &QAction::triggered, this,
+            [this] { findBar()->useSelectionForFind(); });
+    connect(ui->menuJump, &QAction::triggered, this, [this] { findBar()->jumpToSelection(); });
 
     connect(ui->menuMini, &QAction::triggered, this, &MainMenu::performMiniaturize);
     connect(ui->menuZoom, &QAction::triggered, this, &MainMenu::performZoom);
@@ -101,6 +93,21 @@ MainMenu::MainMenu(MainWindow *window, AppController *controller, QObject *paren
     // No window system here lets one application hide the others.
     ui->menuHideOthers->setEnabled(false);
 #endif
+}
+
+ConsoleFindBar *MainMenu::findBar()
+{
+    if (m_findBar)
+        return m_findBar;
+    // The find bar sits right under the console it searches.
+    m_findBar = new ConsoleFindBar(m_console, m_window);
+    QWidget *central = m_window->centralWidget();
+    auto *box = central ? qobject_cast<QBoxLayout *>(central->layout()) : nullptr;
+    if (box && box->indexOf(m_console) >= 0)
+        box->insertWidget(box->indexOf(m_console) + 1, m_findBar);
+    else if (central && central->layout())
+        central->layout()->addWidget(m_findBar);
+    return m_findBar;
 }
 
 bool MainMenu::eventFilter(QObject *watched, QEvent *event)

@@ -23,7 +23,9 @@ class MainMenu : public QObject
 public:
     MainMenu(MainWindow *window, AppController *controller, QObject *parent = nullptr);
 
-    ConsoleFindBar *findBar() const { return m_findBar; }
+    // Made on first use: most runs never search, and a start that builds it
+    // shows its window later.
+    ConsoleFindBar *findBar();
 
     // What Quit does; the application's plain quit when empty.
     std::function<void()> terminate;
