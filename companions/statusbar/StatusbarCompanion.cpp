@@ -30,6 +30,8 @@ StatusbarCompanion::StatusbarCompanion(QString identifier, QString mainBundle,
             &StatusbarCompanion::quitRequested);
     connect(&m_channel, &CompanionChannelServer::statusReceived, this,
             &StatusbarCompanion::showStatus);
+    connect(&m_channel, &CompanionChannelServer::problemReceived, this,
+            &StatusbarCompanion::showStatus);
     connect(&m_channel, &CompanionChannelServer::idleReceived, this,
             &StatusbarCompanion::clearStatus);
     // ZELMOR Helper went away without saying "idle" (it quit or crashed in

@@ -1,0 +1,371 @@
+#include "workflow/FailureDiagnosis.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QRegularExpression>
+
+#include <optional>
+
+// The tools translate their messages when the user's language asks for it,
+// so each rule knows the wording of every language this application speaks
+// (as git, gcc, make, bash, coreutils and the C library print them on
+// Debian). Messages the tools never translate (curl's, ssh's, cmake's) are
+// matched in English only.
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("FailureDiagnosis", text);
+}
+
+QRegularExpression pattern(const char *alternatives)
+{
+    return QRegularExpression(QString::fromUtf8(alternatives),
+                              QRegularExpression::CaseInsensitiveOption);
+}
+
+const QRegularExpression &localChangesPattern()
+{
+    static const QRegularExpression re = pattern(
+        "local changes to the following files would be overwritten"
+        "|untracked working tree files would be overwritten"
+        "|lokalen Änderungen in den folgenden Dateien"
+        "|modifications locales aux fichiers suivants"
+        "|cambios locales de los siguientes archivos");
+    return re;
+}
+
+const QRegularExpression &conflictPattern()
+{
+    static const QRegularExpression re = pattern(
+        "(?:Merge conflict in|Merge-Konflikt in|Conflit de fusion dans|Conflicto de fusión en)"
+        " (.+)$");
+    return re;
+}
+
+const QRegularExpression &divergentPattern()
+{
+    static const QRegularExpression re = pattern(
+        "^(?!hint|Hinweis|astuce|ayuda).*(?:divergent branches|abweichenden Branches"
+        "|branches divergentes|ramas divergentes)");
+    return re;
+}
+
+const QRegularExpression &notEmptyPattern()
+{
+    static const QRegularExpression re = pattern(
+        "already exists and is not an empty directory"
+        "|existiert bereits und ist kein leeres Verzeichnis"
+        "|existe déjà et n'est pas un répertoire vide"
+        "|ya existe y no es un directorio vacío");
+    return re;
+}
+
+const QRegularExpression &diskFullPattern()
+{
+    static const QRegularExpression re = pattern(
+        "No space left on device|kein Speicherplatz mehr verfügbar"
+        "|Aucun espace disponible sur le périphérique|No queda espacio en el dispositivo");
+    return re;
+}
+
+const QRegularExpression &permissionPattern()
+{
+    // ssh's "Permission denied (publickey)" is about the server, not a folder.
+    static const QRegularExpression re = pattern(
+        "^(?!.*\\(publickey).*(?:Permission denied|Keine Berechtigung|Permission non accordée"
+        "|Permiso denegado|Read-only file system|Dateisystem ist nur lesbar"
+        "|accessible en lecture seulement|de sólo lectura)");
+    return re;
+}
+
+const QRegularExpression &networkPattern()
+{
+    static const QRegularExpression re = pattern(
+        "Could not resolve host|Could not resolve proxy|Temporary failure in name resolution"
+        "|Name or service not known|Failed to connect|Couldn't connect to server"
+        "|Connection refused|Verbindungsaufbau abgelehnt|Connexion refusée|Conexión rehusada"
+        "|timed out|Network is unreachable");
+    return re;
+}
+
+const QRegularExpression &accessPattern()
+{
+    static const QRegularExpression re = pattern(
+        "Authentication failed|could not read (?:Username|Password)|Repository not found"
+        "|Permission denied \\(publickey"
+        "|repository '.*' (?:not found|does not exist)"
+        "|Repository '.*' (?:nicht gefunden|existiert nicht)"
+        "|dépôt '.*' (?:non trouvé|n'existe pas)"
+        "|repositorio '.*' (?:no encontrado|no existe)"
+        "|Could not read from remote repository|Konnte nicht vom Remote-Repository lesen"
+        "|Impossible de lire le dépôt distant|No se pudo leer del repositorio remoto");
+    return re;
+}
+
+const QRegularExpression &commandNotFoundPattern()
+{
+    static const QRegularExpression re = pattern(
+        "([^\\s:]+)\\s*: (?:command not found|Kommando nicht gefunden|commande introuvable"
+        "|orden no encontrada)");
+    return re;
+}
+
+const QList<QRegularExpression> &packagePatterns()
+{
+    static const QList<QRegularExpression> list{
+        QRegularExpression(QStringLiteral("Could NOT find (\\S+)")),
+        QRegularExpression(QStringLiteral("package configuration file provided by \"([^\"]+)\"")),
+        QRegularExpression(QStringLiteral("No package '([^']+)' found")),
+    };
+    return list;
+}
+
+const QRegularExpression &compilerErrorPattern()
+{
+    static const QRegularExpression re = pattern(
+        "^(?!make)(\\S.*?):(\\d+):(?:\\d+:)?\\s+(?:fatal error|error|schwerwiegender Fehler|Fehler"
+        "|erreur fatale|erreur|error fatal)\\s*:");
+    return re;
+}
+
+struct Found
+{
+    QString line;
+    QRegularExpressionMatch match;
+    int index = -1;
+    const QStringList *lines = nullptr;
+};
+
+// The first line matching re, standard error before standard output.
+std::optional<Found> findLine(const StageResult &stage, const QRegularExpression &re)
+{
+    for (const QStringList *lines : {&stage.errorLines, &stage.outputLines}) {
+        for (int i = 0; i < lines->size(); ++i) {
+            QRegularExpressionMatch match = re.match(lines->at(i));
+            if (match.hasMatch())
+                return Found{lines->at(i).trimmed(), match, i, lines};
+        }
+    }
+    return std::nullopt;
+}
+
+// The line a tool ends on when nothing more telling was found.
+QString lastLine(const StageResult &stage)
+{
+    static const QRegularExpression word(QStringLiteral("\\w"));
+    for (const QStringList *lines : {&stage.errorLines, &stage.outputLines}) {
+        for (auto it = lines->crbegin(); it != lines->crend(); ++it)
+            if (it->contains(word))
+                return it->trimmed();
+    }
+    return {};
+}
+
+Diagnosis make(FailureKind kind, QString sentence, QString evidence, FailureAction action,
+               QString subject)
+{
+    return Diagnosis{kind, std::move(sentence), std::move(evidence), action, std::move(subject)};
+}
+
+bool isCopyStage(const StageResult &stage)
+{
+    return stage.tag == 3 && stage.stage == 2;
+}
+
+Diagnosis permission(bool output, const Surroundings &s, const QString &evidence)
+{
+    if (output)
+        return make(FailureKind::Permission,
+                    tr("You may not write to the output folder %1. Choose another folder.")
+                        .arg(s.output),
+                    evidence, FailureAction::ChooseOutput, s.output);
+    return make(FailureKind::Permission,
+                tr("You may not write to the workspace folder %1. Choose another folder.")
+                    .arg(s.workspace),
+                evidence, FailureAction::ChooseWorkspace, s.workspace);
+}
+
+// The path as the user chose it: below the workspace, relative to it.
+QString shownPath(const QString &path, const QString &workspace)
+{
+    if (!workspace.isEmpty() && path.startsWith(workspace + QLatin1Char('/')))
+        return path.mid(workspace.size() + 1);
+    return path;
+}
+
+std::optional<Diagnosis> pullBlocked(const StageResult &stage)
+{
+    const QString sentence =
+        tr("Changes made in the workspace stand in the way of the update. Keep the workspace "
+           "aside and download the sources again.");
+    const QString withFiles =
+        tr("Changes made in the workspace to %1 stand in the way of the update. Keep the "
+           "workspace aside and download the sources again.");
+    if (auto found = findLine(stage, localChangesPattern())) {
+        // git lists the files below its message, each indented by a tab.
+        QStringList files;
+        for (int i = found->index + 1; i < found->lines->size(); ++i) {
+            const QString &line = found->lines->at(i);
+            if (line.startsWith(QLatin1Char('\t')))
+                files << line.trimmed();
+            else if (!files.isEmpty())
+                break;
+        }
+        const QString list = files.join(QStringLiteral(", "));
+        return make(FailureKind::PullBlocked,
+                    list.isEmpty() ? sentence : withFiles.arg(list), found->line,
+                    FailureAction::MoveAsideAndDownload, list);
+    }
+    QStringList conflicts;
+    QString evidence;
+    for (const QStringList *lines : {&stage.errorLines, &stage.outputLines}) {
+        for (const QString &line : *lines) {
+            const QRegularExpressionMatch match = conflictPattern().match(line);
+            if (!match.hasMatch())
+                continue;
+            if (evidence.isEmpty())
+                evidence = line.trimmed();
+            conflicts << match.captured(1).trimmed();
+        }
+    }
+    if (!conflicts.isEmpty()) {
+        const QString list = conflicts.join(QStringLiteral(", "));
+        return make(FailureKind::PullBlocked, withFiles.arg(list), evidence,
+                    FailureAction::MoveAsideAndDownload, list);
+    }
+    if (auto found = findLine(stage, divergentPattern()))
+        return make(FailureKind::PullBlocked, sentence, found->line,
+                    FailureAction::MoveAsideAndDownload, QString());
+    return std::nullopt;
+}
+
+QString formattedSize(qint64 bytes)
+{
+    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+}
+
+} // namespace
+
+Diagnosis diagnoseFailure(const StageResult &stage, const Surroundings &s)
+{
+    if (stage.notStarted) {
+        if (!s.workspaceWritable)
+            return permission(false, s, QString());
+        if (!s.programFound)
+            return make(FailureKind::ToolMissing,
+                        tr("%1 is not installed. Install Essentials installs it.").arg(stage.tool),
+                        QString(), FailureAction::InstallEssentials, stage.tool);
+        return make(FailureKind::Other, tr("%1 could not be started.").arg(stage.tool), QString(),
+                    FailureAction::None, stage.tool);
+    }
+
+    if (stage.tool == QLatin1String("git")) {
+        if (auto blocked = pullBlocked(stage))
+            return *blocked;
+        if (auto found = findLine(stage, notEmptyPattern())) {
+            // Only the download can move the folder aside; elsewhere the
+            // folder is one of the modules, which the module operation
+            // replaces itself.
+            const bool download = stage.tag == 1;
+            return make(FailureKind::WorkspaceNotEmpty,
+                        download ? tr("The workspace folder %1 already exists but holds no "
+                                      "download. Move it aside and download again.")
+                                       .arg(s.workspace)
+                                 : tr("A folder without a download is in the way of git."),
+                        found->line,
+                        download ? FailureAction::MoveAsideAndDownload : FailureAction::None,
+                        s.workspace);
+        }
+    }
+
+    if (auto found = findLine(stage, diskFullPattern())) {
+        const bool output = isCopyStage(stage)
+                            || (!s.output.isEmpty() && found->line.contains(s.output));
+        const qint64 free = output ? s.outputFreeBytes : s.workspaceFreeBytes;
+        const QString sentence =
+            free >= 0 ? tr("The disk is full: it has %1 free. Free some space, then try again.")
+                            .arg(formattedSize(free))
+                      : tr("The disk is full. Free some space, then try again.");
+        return make(FailureKind::DiskFull, sentence, found->line, FailureAction::TryAgain,
+                    output ? s.output : s.workspace);
+    }
+
+    if (auto found = findLine(stage, permissionPattern())) {
+        const bool output = isCopyStage(stage)
+                            || (!s.output.isEmpty() && found->line.contains(s.output));
+        return permission(output, s, found->line);
+    }
+
+    if (auto found = findLine(stage, networkPattern()))
+        return make(FailureKind::Network,
+                    tr("The server could not be reached. Check the internet connection, then "
+                       "try again."),
+                    found->line, FailureAction::TryAgain, QString());
+
+    if (auto found = findLine(stage, accessPattern()))
+        return make(FailureKind::Access,
+                    tr("The repository was not found or asks for a login: its address is wrong, "
+                       "or it is private."),
+                    found->line, FailureAction::None, QString());
+
+    if (auto found = findLine(stage, commandNotFoundPattern())) {
+        const QString tool = found->match.captured(1);
+        return make(FailureKind::ToolMissing,
+                    tr("%1 is not installed. Install Essentials installs it.").arg(tool),
+                    found->line, FailureAction::InstallEssentials, tool);
+    }
+    if (stage.status == 127 && !stage.signalled)
+        return make(FailureKind::ToolMissing,
+                    tr("%1 is not installed. Install Essentials installs it.").arg(stage.tool),
+                    lastLine(stage), FailureAction::InstallEssentials, stage.tool);
+
+    for (const QRegularExpression &re : packagePatterns()) {
+        if (auto found = findLine(stage, re)) {
+            const QString package = found->match.captured(1);
+            return make(FailureKind::PackageMissing,
+                        tr("CMake could not find %1, which compiling ZELMOR needs. Install "
+                           "Essentials installs it.")
+                            .arg(package),
+                        found->line, FailureAction::InstallEssentials, package);
+        }
+    }
+
+    if (auto found = findLine(stage, compilerErrorPattern())) {
+        const QString file = shownPath(found->match.captured(1), s.workspace);
+        const QString line = found->match.captured(2);
+        return make(FailureKind::CompileError,
+                    tr("The compiler stopped at an error in %1, line %2.").arg(file, line),
+                    found->line, FailureAction::None, file + QLatin1Char(':') + line);
+    }
+
+    if (isCopyStage(stage) && !s.outputWritable)
+        return permission(true, s, lastLine(stage));
+    if (!s.workspaceWritable)
+        return permission(false, s, lastLine(stage));
+
+    const QString number = QString::number(stage.status);
+    return make(FailureKind::Other,
+                stage.signalled ? tr("%1 was ended by signal %2.").arg(stage.tool, number)
+                                : tr("%1 ended with status %2.").arg(stage.tool, number),
+                lastLine(stage), FailureAction::None, stage.tool);
+}
+
+QString failureActionTitle(FailureAction action)
+{
+    switch (action) {
+    case FailureAction::None:
+        return {};
+    case FailureAction::TryAgain:
+        return tr("Try Again");
+    case FailureAction::ChooseWorkspace:
+    case FailureAction::ChooseOutput:
+        return tr("Choose Another Folder...");
+    case FailureAction::InstallEssentials:
+        return tr("Install Essentials");
+    case FailureAction::MoveAsideAndDownload:
+        return tr("Move Aside and Download Again");
+    }
+    return {};
+}
