@@ -21,8 +21,10 @@ QString tr(const char *text)
 
 QRegularExpression pattern(const char *alternatives)
 {
+    // Unicode classes: French puts a no-break space before a colon.
     return QRegularExpression(QString::fromUtf8(alternatives),
-                              QRegularExpression::CaseInsensitiveOption);
+                              QRegularExpression::CaseInsensitiveOption
+                                  | QRegularExpression::UseUnicodePropertiesOption);
 }
 
 const QRegularExpression &localChangesPattern()
@@ -117,7 +119,7 @@ const QList<QRegularExpression> &packagePatterns()
     static const QList<QRegularExpression> list{
         QRegularExpression(QStringLiteral("Could NOT find (\\S+)")),
         QRegularExpression(QStringLiteral("package configuration file provided by \"([^\"]+)\"")),
-        QRegularExpression(QStringLiteral("No package '([^']+)' found")),
+        QRegularExpression(QStringLiteral("Package '([^']+)', required by '[^']*', not found")),
     };
     return list;
 }
