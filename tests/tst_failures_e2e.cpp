@@ -3,12 +3,15 @@
 
 #include "BuildConfig.h"
 #include "app/ApplicationShell.h"
+#include "companions/statusbar/StatusbarCompanion.h"
 #include "platform/CompanionChannel.h"
 #include "widgets/MessageBar.h"
 #include "workflow/AppController.h"
 #include "workflow/OperationNotice.h"
 
 #include <QAccessible>
+#include <QAction>
+#include <QMenu>
 #include <QTcpServer>
 #include <QToolButton>
 
@@ -193,6 +196,35 @@ private slots:
         QCOMPARE(h.console(), cloneTranscript(ws()));
         QVERIFY(h.controller.messageBar->isVisible());
         EXPECT(cancelModulePrompt());
+    }
+
+    // The status-bar companion hears it over its channel, as the
+    // application sends it, until the bar is closed.
+    void companionSaysEndedWithAProblem()
+    {
+        const QString id = QStringLiteral("org.zelmor.test.problem");
+        StatusbarCompanion companion(id, QStringLiteral("/nowhere/ZELMOR Helper.app"),
+                                     {false, true});
+        QVERIFY(companion.start());
+        QAction *status = companion.menu()->actions().constFirst();
+        CompanionStatusPublisher publisher(id);
+
+        QDir(ws()).removeRecursively();
+        serveSourcesFrom(QStringLiteral("http://127.0.0.1:%1/zelmor.git").arg(closedPort()));
+        Harness h;
+        QObject::connect(&h.controller, &AppController::progressChanged, &publisher,
+                         [&] { publisher.publish(companionStatusLine(h.controller)); });
+        h.perform(AppController::TagClone);
+        QVERIFY(Harness::waitForSheet());
+        EXPECT(cancelModulePrompt());
+        const QString said = "Get a complete copy of source codes of ZELLMOR from GitHub ended "
+                             "with a problem: The server could not be reached. Check the "
+                             "internet connection, then try again.";
+        QTRY_COMPARE(status->text(), said);
+        QVERIFY(status->isVisible());
+        QCOMPARE(companion.toolTip(), "ZELMOR Helper\n" + said);
+        h.controller.messageBar->closeButton()->click();
+        QTRY_VERIFY(!status->isVisible());
     }
 
     // The default workspace for anyone but root lies in a folder the user

@@ -14,10 +14,11 @@
 
 namespace {
 
-QString tr(const char *text)
+// The context of the texts in the string table.
+struct FailureDiagnosis
 {
-    return QCoreApplication::translate("FailureDiagnosis", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(FailureDiagnosis)
+};
 
 QRegularExpression pattern(const char *alternatives)
 {
@@ -180,11 +181,11 @@ Diagnosis permission(bool output, const Surroundings &s, const QString &evidence
 {
     if (output)
         return make(FailureKind::Permission,
-                    tr("You may not write to the output folder %1. Choose another folder.")
+                    FailureDiagnosis::tr("You may not write to the output folder %1. Choose another folder.")
                         .arg(s.output),
                     evidence, FailureAction::ChooseOutput, s.output);
     return make(FailureKind::Permission,
-                tr("You may not write to the workspace folder %1. Choose another folder.")
+                FailureDiagnosis::tr("You may not write to the workspace folder %1. Choose another folder.")
                     .arg(s.workspace),
                 evidence, FailureAction::ChooseWorkspace, s.workspace);
 }
@@ -200,10 +201,10 @@ QString shownPath(const QString &path, const QString &workspace)
 std::optional<Diagnosis> pullBlocked(const StageResult &stage)
 {
     const QString sentence =
-        tr("Changes made in the workspace stand in the way of the update. Keep the workspace "
+        FailureDiagnosis::tr("Changes made in the workspace stand in the way of the update. Keep the workspace "
            "aside and download the sources again.");
     const QString withFiles =
-        tr("Changes made in the workspace to %1 stand in the way of the update. Keep the "
+        FailureDiagnosis::tr("Changes made in the workspace to %1 stand in the way of the update. Keep the "
            "workspace aside and download the sources again.");
     if (auto found = findLine(stage, localChangesPattern())) {
         // git lists the files below its message, each indented by a tab.
@@ -257,9 +258,9 @@ Diagnosis diagnoseFailure(const StageResult &stage, const Surroundings &s)
             return permission(false, s, QString());
         if (!s.programFound)
             return make(FailureKind::ToolMissing,
-                        tr("%1 is not installed. Install Essentials installs it.").arg(stage.tool),
+                        FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.").arg(stage.tool),
                         QString(), FailureAction::InstallEssentials, stage.tool);
-        return make(FailureKind::Other, tr("%1 could not be started.").arg(stage.tool), QString(),
+        return make(FailureKind::Other, FailureDiagnosis::tr("%1 could not be started.").arg(stage.tool), QString(),
                     FailureAction::None, stage.tool);
     }
 
@@ -272,10 +273,10 @@ Diagnosis diagnoseFailure(const StageResult &stage, const Surroundings &s)
             // replaces itself.
             const bool download = stage.tag == 1;
             return make(FailureKind::WorkspaceNotEmpty,
-                        download ? tr("The workspace folder %1 already exists but holds no "
+                        download ? FailureDiagnosis::tr("The workspace folder %1 already exists but holds no "
                                       "download. Move it aside and download again.")
                                        .arg(s.workspace)
-                                 : tr("A folder without a download is in the way of git."),
+                                 : FailureDiagnosis::tr("A folder without a download is in the way of git."),
                         found->line,
                         download ? FailureAction::MoveAsideAndDownload : FailureAction::None,
                         s.workspace);
@@ -287,9 +288,9 @@ Diagnosis diagnoseFailure(const StageResult &stage, const Surroundings &s)
                             || (!s.output.isEmpty() && found->line.contains(s.output));
         const qint64 free = output ? s.outputFreeBytes : s.workspaceFreeBytes;
         const QString sentence =
-            free >= 0 ? tr("The disk is full: it has %1 free. Free some space, then try again.")
+            free >= 0 ? FailureDiagnosis::tr("The disk is full: it has %1 free. Free some space, then try again.")
                             .arg(formattedSize(free))
-                      : tr("The disk is full. Free some space, then try again.");
+                      : FailureDiagnosis::tr("The disk is full. Free some space, then try again.");
         return make(FailureKind::DiskFull, sentence, found->line, FailureAction::TryAgain,
                     output ? s.output : s.workspace);
     }
@@ -302,32 +303,32 @@ Diagnosis diagnoseFailure(const StageResult &stage, const Surroundings &s)
 
     if (auto found = findLine(stage, networkPattern()))
         return make(FailureKind::Network,
-                    tr("The server could not be reached. Check the internet connection, then "
+                    FailureDiagnosis::tr("The server could not be reached. Check the internet connection, then "
                        "try again."),
                     found->line, FailureAction::TryAgain, QString());
 
     if (auto found = findLine(stage, accessPattern()))
         return make(FailureKind::Access,
-                    tr("The repository was not found or asks for a login: its address is wrong, "
+                    FailureDiagnosis::tr("The repository was not found or asks for a login: its address is wrong, "
                        "or it is private."),
                     found->line, FailureAction::None, QString());
 
     if (auto found = findLine(stage, commandNotFoundPattern())) {
         const QString tool = found->match.captured(1);
         return make(FailureKind::ToolMissing,
-                    tr("%1 is not installed. Install Essentials installs it.").arg(tool),
+                    FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.").arg(tool),
                     found->line, FailureAction::InstallEssentials, tool);
     }
     if (stage.status == 127 && !stage.signalled)
         return make(FailureKind::ToolMissing,
-                    tr("%1 is not installed. Install Essentials installs it.").arg(stage.tool),
+                    FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.").arg(stage.tool),
                     lastLine(stage), FailureAction::InstallEssentials, stage.tool);
 
     for (const QRegularExpression &re : packagePatterns()) {
         if (auto found = findLine(stage, re)) {
             const QString package = found->match.captured(1);
             return make(FailureKind::PackageMissing,
-                        tr("CMake could not find %1, which compiling ZELMOR needs. Install "
+                        FailureDiagnosis::tr("CMake could not find %1, which compiling ZELMOR needs. Install "
                            "Essentials installs it.")
                             .arg(package),
                         found->line, FailureAction::InstallEssentials, package);
@@ -338,7 +339,7 @@ Diagnosis diagnoseFailure(const StageResult &stage, const Surroundings &s)
         const QString file = shownPath(found->match.captured(1), s.workspace);
         const QString line = found->match.captured(2);
         return make(FailureKind::CompileError,
-                    tr("The compiler stopped at an error in %1, line %2.").arg(file, line),
+                    FailureDiagnosis::tr("The compiler stopped at an error in %1, line %2.").arg(file, line),
                     found->line, FailureAction::None, file + QLatin1Char(':') + line);
     }
 
@@ -349,8 +350,8 @@ Diagnosis diagnoseFailure(const StageResult &stage, const Surroundings &s)
 
     const QString number = QString::number(stage.status);
     return make(FailureKind::Other,
-                stage.signalled ? tr("%1 was ended by signal %2.").arg(stage.tool, number)
-                                : tr("%1 ended with status %2.").arg(stage.tool, number),
+                stage.signalled ? FailureDiagnosis::tr("%1 was ended by signal %2.").arg(stage.tool, number)
+                                : FailureDiagnosis::tr("%1 ended with status %2.").arg(stage.tool, number),
                 lastLine(stage), FailureAction::None, stage.tool);
 }
 
@@ -360,14 +361,14 @@ QString failureActionTitle(FailureAction action)
     case FailureAction::None:
         return {};
     case FailureAction::TryAgain:
-        return tr("Try Again");
+        return FailureDiagnosis::tr("Try Again");
     case FailureAction::ChooseWorkspace:
     case FailureAction::ChooseOutput:
-        return tr("Choose Another Folder...");
+        return FailureDiagnosis::tr("Choose Another Folder...");
     case FailureAction::InstallEssentials:
-        return tr("Install Essentials");
+        return FailureDiagnosis::tr("Install Essentials");
     case FailureAction::MoveAsideAndDownload:
-        return tr("Move Aside and Download Again");
+        return FailureDiagnosis::tr("Move Aside and Download Again");
     }
     return {};
 }

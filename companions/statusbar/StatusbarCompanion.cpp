@@ -42,6 +42,9 @@ StatusbarCompanion::StatusbarCompanion(QString identifier, QString mainBundle,
 
 StatusbarCompanion::~StatusbarCompanion()
 {
+    // The channel outlives the menu; a connection it closes on its way out
+    // must not reach the menu's actions, which are gone by then.
+    disconnect(&m_channel, nullptr, this, nullptr);
     // The icon refers to the menu; it goes first.
     delete m_tray;
 }
