@@ -288,6 +288,26 @@ private slots:
         QVERIFY(h.controller.lastEndHadProblem);
     }
 
+    // A cmake that is not there cannot start: the operation keeps its
+    // running look as it always has, and the bar says what is missing.
+    void compileWithoutCmake()
+    {
+        completeWorkspace();
+        Harness h;
+        h.controller.cmakeProgram = m_fixture->root() + "/no-cmake/cmake";
+        QSignalSpy told(&h.controller, &AppController::problemReported);
+        h.perform(AppController::TagCompile);
+        QVERIFY(told.wait(Patience));
+        QCOMPARE(h.console(), "\nCompiling...\n\nBuild in: " + ws() + "/build\nOutput: "
+                                  + m_fixture->output() + "\n");
+        QCOMPARE(h.button(), "Stop");
+        EXPECT(expectProblem(h, AppController::TagCompile,
+                             "cmake is not installed. Install Essentials installs it.", "",
+                             "Install Essentials"));
+        h.controller.perform(); // Stop brings the window back
+        QVERIFY(h.isIdle());
+    }
+
     void pullBlockedByALocalChange()
     {
         completeWorkspace();

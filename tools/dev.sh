@@ -11,10 +11,11 @@ jobs="$(nproc 2>/dev/null || echo 2)"
 
 # librsvg2-bin renders the icons; dpkg-dev, appstream and dbus-daemon are for
 # the package and its tests (dpkg-shlibdeps, the metainfo validator, a private
-# session bus).
+# session bus); gcc-12-locales lets tests/data/diagnosis/capture.sh record the
+# compiler's messages in other languages.
 packages=(qt6-base-dev qt6-tools-dev qt6-l10n-tools qt6-tools-dev-tools libgl-dev
           qt6-translations-l10n cmake g++ git make xvfb xauth desktop-file-utils libsdl2-dev
-          librsvg2-bin dpkg-dev appstream dbus-daemon gcovr)
+          librsvg2-bin dpkg-dev appstream dbus-daemon gcovr gcc-12-locales)
 
 install_missing() {
     local missing=()
