@@ -126,15 +126,14 @@ private slots:
              FailureAction::MoveAsideAndDownload, "", ""},
             {"make-no-makefile", Base + "/proj", out, FailureKind::Other, FailureAction::None,
              "make", "make: ***"},
-            {"submodules-no-upstream", Base + "/mine", out, FailureKind::Other,
-             FailureAction::None, "git", "lang"},
+            {"submodules-no-upstream", Base + "/mine", out, FailureKind::Other, FailureAction::None,
+             "git", "lang"},
         };
         for (const Row &row : rows) {
             for (const QString &language : Languages) {
                 QTest::addRow("%s.%s", row.capture, qPrintable(language))
                     << QString(row.capture + QLatin1Char('.') + language) << row.workspace
-                    << row.output << row.kind << row.action << row.subject
-                    << QString(row.evidence);
+                    << row.output << row.kind << row.action << row.subject << QString(row.evidence);
             }
         }
     }
@@ -238,23 +237,24 @@ private slots:
         StageResult silent{3, 2, "cp", false, false, 1, {}, {}};
         StageResult notStarted{3, 0, "cmake", true, false, 0, {}, {}};
         StageResult exit127{2, 1, "git", false, false, 127, {}, {}};
-        StageResult noSpace{1, 0, "git", false, false, 128,
-                            {"fatal: write error: No space left on device"}, {}};
+        StageResult noSpace{
+            1, 0, "git", false, false, 128, {"fatal: write error: No space left on device"}, {}};
 
         QTest::newRow("signal") << killed << plain << "make was ended by signal 9.";
         QTest::newRow("status") << status << plain << "git ended with status 1.";
         QTest::newRow("silent") << silent << plain << "cp ended with status 1.";
         QTest::newRow("not started, not installed")
             << notStarted << noCmake << "cmake is not installed. Install Essentials installs it.";
-        QTest::newRow("not started, folder") << notStarted << readOnly
-                                             << "You may not write to the workspace folder "
-                                                "/home/ada/Developer/ZELMOR. Choose another folder.";
+        QTest::newRow("not started, folder")
+            << notStarted << readOnly
+            << "You may not write to the workspace folder "
+               "/home/ada/Developer/ZELMOR. Choose another folder.";
         QTest::newRow("not started") << notStarted << plain << "cmake could not be started.";
         QTest::newRow("exit 127") << exit127 << plain
                                   << "git is not installed. Install Essentials installs it.";
-        QTest::newRow("disk full")
-            << noSpace << full << "The disk is full: it has 1.5 MB free. Free some space, then "
-                                  "try again.";
+        QTest::newRow("disk full") << noSpace << full
+                                   << "The disk is full: it has 1.5 MB free. Free some space, then "
+                                      "try again.";
         QTest::newRow("disk full, size unknown")
             << noSpace << plain << "The disk is full. Free some space, then try again.";
     }
@@ -274,10 +274,9 @@ private slots:
         progress.append("Receiving objects:  10% (1/10)\rReceiving objects: 100% (10/10), "
                         "done.\r\n\n  \nResolving");
         progress.append(" deltas: 100% (4/4), done.\n");
-        QCOMPARE(progress.lines(),
-                 (QStringList{"Receiving objects:  10% (1/10)",
-                              "Receiving objects: 100% (10/10), done.",
-                              "Resolving deltas: 100% (4/4), done."}));
+        QCOMPARE(progress.lines(), (QStringList{"Receiving objects:  10% (1/10)",
+                                                "Receiving objects: 100% (10/10), done.",
+                                                "Resolving deltas: 100% (4/4), done."}));
         OutputTail tail(64);
         for (int i = 0; i < 1000; ++i)
             tail.append("line " + QByteArray::number(i) + '\n');

@@ -26,7 +26,7 @@
 // went wrong and offer the way out. Successful runs show nothing new.
 
 // The checks of a helper end the test function too when they fail.
-#define EXPECT(call)                                                                              \
+#define EXPECT(call)                                                                               \
     do {                                                                                           \
         call;                                                                                      \
         if (QTest::currentTestFailed())                                                            \
@@ -99,8 +99,8 @@ class FailuresEndToEndTest : public QObject
     // The bar shows sentence, a line of the tool that holds evidence, and
     // the action's button; the end of the operation is told with the same
     // sentence; the companion has it once the window is idle.
-    static void expectProblem(Harness &h, int tag, const QString &sentence,
-                              const QString &evidence, const QString &action)
+    static void expectProblem(Harness &h, int tag, const QString &sentence, const QString &evidence,
+                              const QString &action)
     {
         MessageBar *bar = h.controller.messageBar;
         QVERIFY(bar->isVisible());
@@ -162,7 +162,7 @@ private slots:
         const QString sentence = "The server could not be reached. Check the internet "
                                  "connection, then try again.";
         EXPECT(expectProblem(h, AppController::TagClone, sentence, "Failed to connect to 127.0.0.1",
-                      "Try Again"));
+                             "Try Again"));
         EXPECT(cancelModulePrompt());
         QVERIFY(h.isIdle());
         EXPECT(expectProblem(h, AppController::TagClone, sentence, "127.0.0.1", "Try Again"));
@@ -240,9 +240,9 @@ private slots:
             || ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0
             || ::mount(path.constData(), path.constData(), nullptr, MS_BIND, nullptr) != 0)
             QSKIP("this user cannot make a mount namespace");
-        const bool readOnly = ::mount(nullptr, path.constData(), nullptr,
-                                      MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr)
-                              == 0;
+        const bool readOnly =
+            ::mount(nullptr, path.constData(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr)
+            == 0;
         const auto unlock = qScopeGuard([&] { ::umount(path.constData()); });
         QVERIFY(readOnly);
 
@@ -258,9 +258,9 @@ private slots:
         QCOMPARE(h.console(), cloneTranscript(workspace));
         EXPECT(cancelModulePrompt());
         EXPECT(expectProblem(h, AppController::TagClone,
-                      "You may not write to the workspace folder " + workspace
-                          + ". Choose another folder.",
-                      "Read-only file system", "Choose Another Folder..."));
+                             "You may not write to the workspace folder " + workspace
+                                 + ". Choose another folder.",
+                             "Read-only file system", "Choose Another Folder..."));
         h.controller.messageBar->actionButton()->click();
         QCOMPARE(chosen, "workspace");
 #else
@@ -282,9 +282,9 @@ private slots:
         QVERIFY(h.isIdle());
         // cmake failed first; make and cp failed after it.
         EXPECT(expectProblem(h, AppController::TagCompile,
-                      "CMake could not find OpenAL, which compiling ZELMOR needs. Install "
-                      "Essentials installs it.",
-                      "Could NOT find OpenAL", "Install Essentials"));
+                             "CMake could not find OpenAL, which compiling ZELMOR needs. Install "
+                             "Essentials installs it.",
+                             "Could NOT find OpenAL", "Install Essentials"));
         QVERIFY(h.controller.lastEndHadProblem);
     }
 
@@ -298,8 +298,8 @@ private slots:
         QSignalSpy told(&h.controller, &AppController::problemReported);
         h.perform(AppController::TagCompile);
         QVERIFY(told.wait(Patience));
-        QCOMPARE(h.console(), "\nCompiling...\n\nBuild in: " + ws() + "/build\nOutput: "
-                                  + m_fixture->output() + "\n");
+        QCOMPARE(h.console(), "\nCompiling...\n\nBuild in: " + ws()
+                                  + "/build\nOutput: " + m_fixture->output() + "\n");
         QCOMPARE(h.button(), "Stop");
         EXPECT(expectProblem(h, AppController::TagCompile,
                              "cmake is not installed. Install Essentials installs it.", "",
@@ -316,11 +316,12 @@ private slots:
         Harness h;
         h.perform(AppController::TagUpdate);
         QTRY_COMPARE_WITH_TIMEOUT(h.console(), UpdateTranscript, Patience);
-        EXPECT(expectProblem(h, AppController::TagUpdate,
-                      "Changes made in the workspace to main.c stand in the way of the update. "
-                      "Keep the workspace aside and download the sources again.",
-                      "Your local changes to the following files would be overwritten",
-                      "Move Aside and Download Again"));
+        EXPECT(
+            expectProblem(h, AppController::TagUpdate,
+                          "Changes made in the workspace to main.c stand in the way of the update. "
+                          "Keep the workspace aside and download the sources again.",
+                          "Your local changes to the following files would be overwritten",
+                          "Move Aside and Download Again"));
 
         // The way out: the workspace is kept under the date suffix, and the
         // download starts afresh.
@@ -356,12 +357,12 @@ private slots:
         QVERIFY(Harness::waitForSheet());
         QCOMPARE(h.console(), cloneTranscript(ws()));
         EXPECT(cancelModulePrompt());
-        EXPECT(expectProblem(h, AppController::TagClone,
-                      "The workspace folder " + ws()
-                          + " already exists but holds no download. Move it aside and download "
-                            "again.",
-                      "already exists and is not an empty directory",
-                      "Move Aside and Download Again"));
+        EXPECT(expectProblem(
+            h, AppController::TagClone,
+            "The workspace folder " + ws()
+                + " already exists but holds no download. Move it aside and download "
+                  "again.",
+            "already exists and is not an empty directory", "Move Aside and Download Again"));
 
         h.controller.messageBar->actionButton()->click();
         QVERIFY(Harness::waitForSheet());

@@ -14,12 +14,8 @@
 #include <QVBoxLayout>
 
 MessageBar::MessageBar(QWidget *parent)
-    : QFrame(parent),
-      m_icon(new QLabel(this)),
-      m_text(new QLabel(this)),
-      m_detail(new QLabel(this)),
-      m_action(new QPushButton(this)),
-      m_close(new QToolButton(this))
+    : QFrame(parent), m_icon(new QLabel(this)), m_text(new QLabel(this)),
+      m_detail(new QLabel(this)), m_action(new QPushButton(this)), m_close(new QToolButton(this))
 {
     AccessibleRoles::install();
     setFrameShape(QFrame::StyledPanel);
@@ -66,8 +62,7 @@ MessageBar::MessageBar(QWidget *parent)
     hide();
 }
 
-void MessageBar::showMessage(const QString &text, const QString &detail,
-                             const QString &actionTitle)
+void MessageBar::showMessage(const QString &text, const QString &detail, const QString &actionTitle)
 {
     m_text->setText(text);
     m_detail->setText(detail);

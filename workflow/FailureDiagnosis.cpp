@@ -28,110 +28,65 @@ QRegularExpression pattern(const char *alternatives)
                                   | QRegularExpression::UseUnicodePropertiesOption);
 }
 
-const QRegularExpression &localChangesPattern()
-{
-    static const QRegularExpression re = pattern(
-        "local changes to the following files would be overwritten"
-        "|untracked working tree files would be overwritten"
-        "|lokalen Änderungen in den folgenden Dateien"
-        "|modifications locales aux fichiers suivants"
-        "|cambios locales de los siguientes archivos");
-    return re;
-}
+const QRegularExpression LocalChanges =
+    pattern("local changes to the following files would be overwritten"
+            "|untracked working tree files would be overwritten"
+            "|lokalen Änderungen in den folgenden Dateien"
+            "|modifications locales aux fichiers suivants"
+            "|cambios locales de los siguientes archivos");
 
-const QRegularExpression &conflictPattern()
-{
-    static const QRegularExpression re = pattern(
-        "(?:Merge conflict in|Merge-Konflikt in|Conflit de fusion dans|Conflicto de fusión en)"
-        " (.+)$");
-    return re;
-}
+const QRegularExpression Conflict =
+    pattern("(?:Merge conflict in|Merge-Konflikt in|Conflit de fusion dans|Conflicto de fusión en)"
+            " (.+)$");
 
-const QRegularExpression &divergentPattern()
-{
-    static const QRegularExpression re = pattern(
-        "^(?!hint|Hinweis|astuce|ayuda).*(?:divergent branches|abweichenden Branches"
-        "|branches divergentes|ramas divergentes)");
-    return re;
-}
+const QRegularExpression Divergent =
+    pattern("^(?!hint|Hinweis|astuce|ayuda).*(?:divergent branches|abweichenden Branches"
+            "|branches divergentes|ramas divergentes)");
 
-const QRegularExpression &notEmptyPattern()
-{
-    static const QRegularExpression re = pattern(
-        "already exists and is not an empty directory"
-        "|existiert bereits und ist kein leeres Verzeichnis"
-        "|existe déjà et n'est pas un répertoire vide"
-        "|ya existe y no es un directorio vacío");
-    return re;
-}
+const QRegularExpression NotEmpty = pattern("already exists and is not an empty directory"
+                                            "|existiert bereits und ist kein leeres Verzeichnis"
+                                            "|existe déjà et n'est pas un répertoire vide"
+                                            "|ya existe y no es un directorio vacío");
 
-const QRegularExpression &diskFullPattern()
-{
-    static const QRegularExpression re = pattern(
-        "No space left on device|kein Speicherplatz mehr verfügbar"
-        "|Aucun espace disponible sur le périphérique|No queda espacio en el dispositivo");
-    return re;
-}
+const QRegularExpression DiskFull =
+    pattern("No space left on device|kein Speicherplatz mehr verfügbar"
+            "|Aucun espace disponible sur le périphérique|No queda espacio en el dispositivo");
 
-const QRegularExpression &permissionPattern()
-{
-    // ssh's "Permission denied (publickey)" is about the server, not a folder.
-    static const QRegularExpression re = pattern(
-        "^(?!.*\\(publickey).*(?:Permission denied|Keine Berechtigung|Permission non accordée"
-        "|Permiso denegado|Read-only file system|Dateisystem ist nur lesbar"
-        "|accessible en lecture seulement|de sólo lectura)");
-    return re;
-}
+// ssh's "Permission denied (publickey)" is about the server, not a folder.
+const QRegularExpression Permission =
+    pattern("^(?!.*\\(publickey).*(?:Permission denied|Keine Berechtigung|Permission non accordée"
+            "|Permiso denegado|Read-only file system|Dateisystem ist nur lesbar"
+            "|accessible en lecture seulement|de sólo lectura)");
 
-const QRegularExpression &networkPattern()
-{
-    static const QRegularExpression re = pattern(
-        "Could not resolve host|Could not resolve proxy|Temporary failure in name resolution"
-        "|Name or service not known|Failed to connect|Couldn't connect to server"
-        "|Connection refused|Verbindungsaufbau abgelehnt|Connexion refusée|Conexión rehusada"
-        "|timed out|Network is unreachable");
-    return re;
-}
+const QRegularExpression Network =
+    pattern("Could not resolve host|Could not resolve proxy|Temporary failure in name resolution"
+            "|Name or service not known|Failed to connect|Couldn't connect to server"
+            "|Connection refused|Verbindungsaufbau abgelehnt|Connexion refusée|Conexión rehusada"
+            "|timed out|Network is unreachable");
 
-const QRegularExpression &accessPattern()
-{
-    static const QRegularExpression re = pattern(
-        "Authentication failed|could not read (?:Username|Password)|Repository not found"
-        "|Permission denied \\(publickey"
-        "|repository '.*' (?:not found|does not exist)"
-        "|Repository '.*' (?:nicht gefunden|existiert nicht)"
-        "|dépôt '.*' (?:non trouvé|n'existe pas)"
-        "|repositorio '.*' (?:no encontrado|no existe)"
-        "|Could not read from remote repository|Konnte nicht vom Remote-Repository lesen"
-        "|Impossible de lire le dépôt distant|No se pudo leer del repositorio remoto");
-    return re;
-}
+const QRegularExpression Access =
+    pattern("Authentication failed|could not read (?:Username|Password)|Repository not found"
+            "|Permission denied \\(publickey"
+            "|repository '.*' (?:not found|does not exist)"
+            "|Repository '.*' (?:nicht gefunden|existiert nicht)"
+            "|dépôt '.*' (?:non trouvé|n'existe pas)"
+            "|repositorio '.*' (?:no encontrado|no existe)"
+            "|Could not read from remote repository|Konnte nicht vom Remote-Repository lesen"
+            "|Impossible de lire le dépôt distant|No se pudo leer del repositorio remoto");
 
-const QRegularExpression &commandNotFoundPattern()
-{
-    static const QRegularExpression re = pattern(
-        "([^\\s:]+)\\s*: (?:command not found|Kommando nicht gefunden|commande introuvable"
-        "|orden no encontrada)");
-    return re;
-}
+const QRegularExpression CommandNotFound =
+    pattern("([^\\s:]+)\\s*: (?:command not found|Kommando nicht gefunden|commande introuvable"
+            "|orden no encontrada)");
 
-const QList<QRegularExpression> &packagePatterns()
-{
-    static const QList<QRegularExpression> list{
-        QRegularExpression(QStringLiteral("Could NOT find (\\S+)")),
-        QRegularExpression(QStringLiteral("package configuration file provided by \"([^\"]+)\"")),
-        QRegularExpression(QStringLiteral("Package '([^']+)', required by '[^']*', not found")),
-    };
-    return list;
-}
+const QList<QRegularExpression> Packages{
+    QRegularExpression(QStringLiteral("Could NOT find (\\S+)")),
+    QRegularExpression(QStringLiteral("package configuration file provided by \"([^\"]+)\"")),
+    QRegularExpression(QStringLiteral("Package '([^']+)', required by '[^']*', not found")),
+};
 
-const QRegularExpression &compilerErrorPattern()
-{
-    static const QRegularExpression re = pattern(
-        "^(?!make)(\\S.*?):(\\d+):(?:\\d+:)?\\s+(?:fatal error|error|schwerwiegender Fehler|Fehler"
-        "|erreur fatale|erreur|error fatal)\\s*:");
-    return re;
-}
+const QRegularExpression CompilerError = pattern(
+    "^(?!make)(\\S.*?):(\\d+):(?:\\d+:)?\\s+(?:fatal error|error|schwerwiegender Fehler|Fehler"
+    "|erreur fatale|erreur|error fatal)\\s*:");
 
 struct Found
 {
@@ -181,13 +136,15 @@ Diagnosis permission(bool output, const Surroundings &s, const QString &evidence
 {
     if (output)
         return make(FailureKind::Permission,
-                    FailureDiagnosis::tr("You may not write to the output folder %1. Choose another folder.")
+                    FailureDiagnosis::tr(
+                        "You may not write to the output folder %1. Choose another folder.")
                         .arg(s.output),
                     evidence, FailureAction::ChooseOutput, s.output);
-    return make(FailureKind::Permission,
-                FailureDiagnosis::tr("You may not write to the workspace folder %1. Choose another folder.")
-                    .arg(s.workspace),
-                evidence, FailureAction::ChooseWorkspace, s.workspace);
+    return make(
+        FailureKind::Permission,
+        FailureDiagnosis::tr("You may not write to the workspace folder %1. Choose another folder.")
+            .arg(s.workspace),
+        evidence, FailureAction::ChooseWorkspace, s.workspace);
 }
 
 // The path as the user chose it: below the workspace, relative to it.
@@ -200,13 +157,13 @@ QString shownPath(const QString &path, const QString &workspace)
 
 std::optional<Diagnosis> pullBlocked(const StageResult &stage)
 {
-    const QString sentence =
-        FailureDiagnosis::tr("Changes made in the workspace stand in the way of the update. Keep the workspace "
-           "aside and download the sources again.");
-    const QString withFiles =
-        FailureDiagnosis::tr("Changes made in the workspace to %1 stand in the way of the update. Keep the "
-           "workspace aside and download the sources again.");
-    if (auto found = findLine(stage, localChangesPattern())) {
+    const QString sentence = FailureDiagnosis::tr(
+        "Changes made in the workspace stand in the way of the update. Keep the workspace "
+        "aside and download the sources again.");
+    const QString withFiles = FailureDiagnosis::tr(
+        "Changes made in the workspace to %1 stand in the way of the update. Keep the "
+        "workspace aside and download the sources again.");
+    if (auto found = findLine(stage, LocalChanges)) {
         // git lists the files below its message, each indented by a tab.
         QStringList files;
         for (int i = found->index + 1; i < found->lines->size(); ++i) {
@@ -217,15 +174,14 @@ std::optional<Diagnosis> pullBlocked(const StageResult &stage)
                 break;
         }
         const QString list = files.join(QStringLiteral(", "));
-        return make(FailureKind::PullBlocked,
-                    list.isEmpty() ? sentence : withFiles.arg(list), found->line,
-                    FailureAction::MoveAsideAndDownload, list);
+        return make(FailureKind::PullBlocked, list.isEmpty() ? sentence : withFiles.arg(list),
+                    found->line, FailureAction::MoveAsideAndDownload, list);
     }
     QStringList conflicts;
     QString evidence;
     for (const QStringList *lines : {&stage.errorLines, &stage.outputLines}) {
         for (const QString &line : *lines) {
-            const QRegularExpressionMatch match = conflictPattern().match(line);
+            const QRegularExpressionMatch match = Conflict.match(line);
             if (!match.hasMatch())
                 continue;
             if (evidence.isEmpty())
@@ -238,7 +194,7 @@ std::optional<Diagnosis> pullBlocked(const StageResult &stage)
         return make(FailureKind::PullBlocked, withFiles.arg(list), evidence,
                     FailureAction::MoveAsideAndDownload, list);
     }
-    if (auto found = findLine(stage, divergentPattern()))
+    if (auto found = findLine(stage, Divergent))
         return make(FailureKind::PullBlocked, sentence, found->line,
                     FailureAction::MoveAsideAndDownload, QString());
     return std::nullopt;
@@ -258,88 +214,98 @@ Diagnosis diagnoseFailure(const StageResult &stage, const Surroundings &s)
             return permission(false, s, QString());
         if (!s.programFound)
             return make(FailureKind::ToolMissing,
-                        FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.").arg(stage.tool),
+                        FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.")
+                            .arg(stage.tool),
                         QString(), FailureAction::InstallEssentials, stage.tool);
-        return make(FailureKind::Other, FailureDiagnosis::tr("%1 could not be started.").arg(stage.tool), QString(),
+        return make(FailureKind::Other,
+                    FailureDiagnosis::tr("%1 could not be started.").arg(stage.tool), QString(),
                     FailureAction::None, stage.tool);
     }
 
     if (stage.tool == QLatin1String("git")) {
         if (auto blocked = pullBlocked(stage))
             return *blocked;
-        if (auto found = findLine(stage, notEmptyPattern())) {
+        if (auto found = findLine(stage, NotEmpty)) {
             // Only the download can move the folder aside; elsewhere the
             // folder is one of the modules, which the module operation
             // replaces itself.
             const bool download = stage.tag == 1;
-            return make(FailureKind::WorkspaceNotEmpty,
-                        download ? FailureDiagnosis::tr("The workspace folder %1 already exists but holds no "
-                                      "download. Move it aside and download again.")
-                                       .arg(s.workspace)
-                                 : FailureDiagnosis::tr("A folder without a download is in the way of git."),
-                        found->line,
-                        download ? FailureAction::MoveAsideAndDownload : FailureAction::None,
-                        s.workspace);
+            return make(
+                FailureKind::WorkspaceNotEmpty,
+                download
+                    ? FailureDiagnosis::tr("The workspace folder %1 already exists but holds no "
+                                           "download. Move it aside and download again.")
+                          .arg(s.workspace)
+                    : FailureDiagnosis::tr("A folder without a download is in the way of git."),
+                found->line, download ? FailureAction::MoveAsideAndDownload : FailureAction::None,
+                s.workspace);
         }
     }
 
-    if (auto found = findLine(stage, diskFullPattern())) {
-        const bool output = isCopyStage(stage)
-                            || (!s.output.isEmpty() && found->line.contains(s.output));
+    if (auto found = findLine(stage, DiskFull)) {
+        const bool output =
+            isCopyStage(stage) || (!s.output.isEmpty() && found->line.contains(s.output));
         const qint64 free = output ? s.outputFreeBytes : s.workspaceFreeBytes;
         const QString sentence =
-            free >= 0 ? FailureDiagnosis::tr("The disk is full: it has %1 free. Free some space, then try again.")
+            free >= 0 ? FailureDiagnosis::tr(
+                            "The disk is full: it has %1 free. Free some space, then try again.")
                             .arg(formattedSize(free))
                       : FailureDiagnosis::tr("The disk is full. Free some space, then try again.");
         return make(FailureKind::DiskFull, sentence, found->line, FailureAction::TryAgain,
                     output ? s.output : s.workspace);
     }
 
-    if (auto found = findLine(stage, permissionPattern())) {
-        const bool output = isCopyStage(stage)
-                            || (!s.output.isEmpty() && found->line.contains(s.output));
+    if (auto found = findLine(stage, Permission)) {
+        const bool output =
+            isCopyStage(stage) || (!s.output.isEmpty() && found->line.contains(s.output));
         return permission(output, s, found->line);
     }
 
-    if (auto found = findLine(stage, networkPattern()))
+    if (auto found = findLine(stage, Network))
         return make(FailureKind::Network,
-                    FailureDiagnosis::tr("The server could not be reached. Check the internet connection, then "
-                       "try again."),
+                    FailureDiagnosis::tr(
+                        "The server could not be reached. Check the internet connection, then "
+                        "try again."),
                     found->line, FailureAction::TryAgain, QString());
 
-    if (auto found = findLine(stage, accessPattern()))
+    if (auto found = findLine(stage, Access))
         return make(FailureKind::Access,
-                    FailureDiagnosis::tr("The repository was not found or asks for a login: its address is wrong, "
-                       "or it is private."),
+                    FailureDiagnosis::tr(
+                        "The repository was not found or asks for a login: its address is wrong, "
+                        "or it is private."),
                     found->line, FailureAction::None, QString());
 
-    if (auto found = findLine(stage, commandNotFoundPattern())) {
+    if (auto found = findLine(stage, CommandNotFound)) {
         const QString tool = found->match.captured(1);
-        return make(FailureKind::ToolMissing,
-                    FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.").arg(tool),
-                    found->line, FailureAction::InstallEssentials, tool);
+        return make(
+            FailureKind::ToolMissing,
+            FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.").arg(tool),
+            found->line, FailureAction::InstallEssentials, tool);
     }
     if (stage.status == 127 && !stage.signalled)
         return make(FailureKind::ToolMissing,
-                    FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.").arg(stage.tool),
+                    FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.")
+                        .arg(stage.tool),
                     lastLine(stage), FailureAction::InstallEssentials, stage.tool);
 
-    for (const QRegularExpression &re : packagePatterns()) {
+    for (const QRegularExpression &re : Packages) {
         if (auto found = findLine(stage, re)) {
             const QString package = found->match.captured(1);
             return make(FailureKind::PackageMissing,
-                        FailureDiagnosis::tr("CMake could not find %1, which compiling ZELMOR needs. Install "
-                           "Essentials installs it.")
+                        FailureDiagnosis::tr(
+                            "CMake could not find %1, which compiling ZELMOR needs. Install "
+                            "Essentials installs it.")
                             .arg(package),
                         found->line, FailureAction::InstallEssentials, package);
         }
     }
 
-    if (auto found = findLine(stage, compilerErrorPattern())) {
+    if (auto found = findLine(stage, CompilerError)) {
         const QString file = shownPath(found->match.captured(1), s.workspace);
         const QString line = found->match.captured(2);
         return make(FailureKind::CompileError,
-                    FailureDiagnosis::tr("The compiler stopped at an error in %1, line %2.").arg(file, line),
+                    FailureDiagnosis::tr("The compiler stopped at an error in %1, line %2.")
+                        .arg(file, line),
                     found->line, FailureAction::None, file + QLatin1Char(':') + line);
     }
 
@@ -350,8 +316,9 @@ Diagnosis diagnoseFailure(const StageResult &stage, const Surroundings &s)
 
     const QString number = QString::number(stage.status);
     return make(FailureKind::Other,
-                stage.signalled ? FailureDiagnosis::tr("%1 was ended by signal %2.").arg(stage.tool, number)
-                                : FailureDiagnosis::tr("%1 ended with status %2.").arg(stage.tool, number),
+                stage.signalled
+                    ? FailureDiagnosis::tr("%1 was ended by signal %2.").arg(stage.tool, number)
+                    : FailureDiagnosis::tr("%1 ended with status %2.").arg(stage.tool, number),
                 lastLine(stage), FailureAction::None, stage.tool);
 }
 

@@ -11,9 +11,9 @@
 // How one child of an operation ended, and the last lines it wrote.
 struct StageResult
 {
-    int tag = 0;      // the operation (AppController::Tag) when it ended
-    int stage = 0;    // the stage counter when it ended
-    QString tool;     // the program the user would name: git, cmake, make, cp
+    int tag = 0;             // the operation (AppController::Tag) when it ended
+    int stage = 0;           // the stage counter when it ended
+    QString tool;            // the program the user would name: git, cmake, make, cp
     bool notStarted = false; // the child could not be started at all
     bool signalled = false;  // ended by a signal other than the user's Stop
     int status = 0;          // exit code, or the number of that signal
