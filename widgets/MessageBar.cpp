@@ -20,8 +20,8 @@ MessageBar::MessageBar(QWidget *parent)
     AccessibleRoles::install();
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true);
-    // The warning colour of the palette would not always be readable; the
-    // highlight-tinted base is, in light and dark schemes alike.
+    // Set apart from the console by the palette's alternate base, which
+    // stays readable in light and dark schemes alike.
     setBackgroundRole(QPalette::AlternateBase);
 
     const int iconSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
