@@ -206,7 +206,8 @@ private slots:
         QVERIFY(diagnosis.evidence.contains("/tmp/zcap/rootonly/Output/assets/"));
     }
 
-    // Every capture is used by a row above, so a new capture gets a row.
+    // The 25 rows of capturedFailures and copy-denied are every capture there
+    // is: a new capture fails here until it has its row.
     void everyCaptureHasARow()
     {
         QDirIterator it(QFINDTESTDATA("data/diagnosis"), {"*.en.txt"});
