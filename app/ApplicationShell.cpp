@@ -19,8 +19,13 @@
 QByteArray companionStatusLine(const AppController &c)
 {
     const QString title = c.buttonPerform ? c.buttonPerform->text() : QString();
-    if (title != AppController::tr("Stop") && title != QLatin1String("Stop"))
+    if (title != AppController::tr("Stop") && title != QLatin1String("Stop")) {
+        // Until the user closes the message bar or starts again.
+        if (c.problem)
+            return CompanionChannel::problemMessage(operationName(c.problemTag),
+                                                    c.problem->sentence);
         return CompanionChannel::idleMessage();
+    }
     const QString operation = c.popupSelection ? c.popupSelection->currentText() : QString();
     int value = 0;
     int maximum = 0;
@@ -63,6 +68,16 @@ void ApplicationShell::start()
             m_prefs = new PrefsController(m_window.get(), m_controller);
         m_prefs->showWindow();
     };
+    // The message bar's way out of a folder the user may not write: the
+    // preferences, with the folder's chooser open.
+    const auto chooseFolder = [this](void (PrefsController::*chooser)()) {
+        return [this, chooser] {
+            m_controller->openPreferencesWindow();
+            (m_prefs->*chooser)();
+        };
+    };
+    m_controller->chooseWorkspaceFolder = chooseFolder(&PrefsController::browserRoot);
+    m_controller->chooseOutputFolder = chooseFolder(&PrefsController::browserOutput);
     m_controller->openAboutWindow = [this] {
         if (!m_about)
             m_about = new AboutController(m_window.get(), m_controller);
@@ -79,11 +94,18 @@ void ApplicationShell::start()
                                      QLatin1String(AppIcons::ApplicationId));
     connect(m_controller, &AppController::operationEnded, m_notifier,
             [this](int tag, OperationEnd end) {
-                if (m_window->isActiveWindow())
+                // An end with a problem was told as such just before.
+                if (m_window->isActiveWindow() || m_controller->lastEndHadProblem)
                     return;
                 const OperationNotice notice = operationNotice(tag, end);
                 m_notifier->notify(notice.summary, notice.body);
             });
+    connect(m_controller, &AppController::problemReported, m_notifier, [this](int tag) {
+        if (m_window->isActiveWindow() || !m_controller->problem)
+            return;
+        const OperationNotice notice = problemNotice(tag, m_controller->problem->sentence);
+        m_notifier->notify(notice.summary, notice.body);
+    });
 
     m_controller->awakeFromNib();
     m_delegate->awakeFromNib();

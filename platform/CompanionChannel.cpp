@@ -27,15 +27,25 @@ QByteArray idleMessage()
     return QByteArrayLiteral("idle\n");
 }
 
+namespace {
+// One field of a line: no tab or line feed of its own.
+QByteArray field(QString s)
+{
+    s.replace(QLatin1Char('\t'), QLatin1Char(' '));
+    s.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return s.toUtf8();
+}
+} // namespace
+
+QByteArray problemMessage(const QString &operation, const QString &sentence)
+{
+    return "problem\t" + field(operation) + '\t' + field(sentence) + '\n';
+}
+
 QByteArray statusMessage(const QString &operation, int value, int maximum, const QString &label)
 {
-    auto clean = [](QString s) {
-        s.replace(QLatin1Char('\t'), QLatin1Char(' '));
-        s.replace(QLatin1Char('\n'), QLatin1Char(' '));
-        return s.toUtf8();
-    };
-    return "status\t" + clean(operation) + '\t' + QByteArray::number(value) + '\t'
-           + QByteArray::number(maximum) + '\t' + clean(label) + '\n';
+    return "status\t" + field(operation) + '\t' + QByteArray::number(value) + '\t'
+           + QByteArray::number(maximum) + '\t' + field(label) + '\n';
 }
 
 bool parseStatus(const QByteArray &line, Status *status)
@@ -60,6 +70,14 @@ Message parseMessage(const QByteArray &line, Status *status)
         return Message::Idle;
     if (parseStatus(line, status))
         return Message::Status;
+    const QList<QByteArray> fields = line.split('\t');
+    if (fields.size() == 3 && fields.at(0) == "problem") {
+        *status = Status();
+        status->operation = QString::fromUtf8(fields.at(1));
+        status->label = QString::fromUtf8(fields.at(2));
+        status->problem = true;
+        return Message::Problem;
+    }
     return Message::Unknown;
 }
 
@@ -164,6 +182,9 @@ void CompanionChannelServer::handleLine(const QByteArray &line)
         break;
     case CompanionChannel::Message::Status:
         emit statusReceived(status);
+        break;
+    case CompanionChannel::Message::Problem:
+        emit problemReceived(status);
         break;
     case CompanionChannel::Message::Unknown:
         break;

@@ -17,6 +17,8 @@
 //                                               an operation runs; maximum 0
 //                                               means no figure is known
 //   idle                                        no operation runs
+//   problem<TAB>operation<TAB>sentence          no operation runs; the last
+//                                               one ended with a problem
 namespace CompanionChannel {
 
 // The socket's path; empty when the user has no private folder.
@@ -25,6 +27,7 @@ QString serverName(const QString &identifier);
 QByteArray quitMessage();
 QByteArray idleMessage();
 QByteArray statusMessage(const QString &operation, int value, int maximum, const QString &label);
+QByteArray problemMessage(const QString &operation, const QString &sentence);
 
 struct Status
 {
@@ -32,12 +35,15 @@ struct Status
     int value = 0;
     int maximum = 0;
     QString label;
+    // A problem line: label holds the sentence, nothing runs.
+    bool problem = false;
 };
 // Parses a status line (without its line feed); false for any other line.
 bool parseStatus(const QByteArray &line, Status *status);
 
-enum class Message { Quit, Idle, Status, Unknown };
-// What one line (without its line feed) asks for; fills status for Status.
+enum class Message { Quit, Idle, Status, Problem, Unknown };
+// What one line (without its line feed) asks for; fills status for Status
+// and Problem.
 Message parseMessage(const QByteArray &line, Status *status);
 
 // Whether a companion with this identifier listens. Connecting to a local
@@ -79,6 +85,8 @@ signals:
     void quitRequested();
     void statusReceived(const CompanionChannel::Status &status);
     void idleReceived();
+    // The last operation ended with a problem (status.problem is set).
+    void problemReceived(const CompanionChannel::Status &status);
     // A connection that had sent status lines closed: its sender quit or
     // crashed, so whatever it reported no longer runs.
     void publisherGone();

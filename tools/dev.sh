@@ -13,11 +13,13 @@ jobs="$(nproc 2>/dev/null || echo 2)"
 # the package and its tests (dpkg-shlibdeps, the metainfo validator, a private
 # session bus); packagekit (its daemon's dummy backend) and python3-dbusmock
 # (a polkit stand-in) for the component installer's tests; libxcb1-dev lets
-# the start-up benchmark watch the X server.
+# the start-up benchmark watch the X server; gcc-12-locales lets
+# tests/data/diagnosis/capture.sh record the compiler's messages in other
+# languages.
 packages=(qt6-base-dev qt6-tools-dev qt6-l10n-tools qt6-tools-dev-tools libgl-dev
           qt6-translations-l10n cmake g++ git make xvfb xauth desktop-file-utils libsdl2-dev
           librsvg2-bin dpkg-dev appstream dbus-daemon gcovr packagekit python3-dbusmock
-          libxcb1-dev)
+          libxcb1-dev gcc-12-locales)
 
 install_missing() {
     local missing=()

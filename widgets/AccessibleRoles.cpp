@@ -114,6 +114,10 @@ QAccessibleInterface *factory(const QString &className, QObject *object)
     } else if (className == QLatin1String("Spinner")) {
         if (auto *spinner = qobject_cast<Spinner *>(object))
             return new SpinnerAccessible(spinner);
+    } else if (className == QLatin1String("MessageBar")) {
+        // An alert in the window, announced when it appears.
+        if (auto *widget = qobject_cast<QWidget *>(object))
+            return new QAccessibleWidget(widget, QAccessible::AlertMessage);
     } else if (className == QLatin1String("QWidget")) {
         auto *widget = qobject_cast<QWidget *>(object);
         if (widget && widget->isWindow())

@@ -6,6 +6,7 @@
 #include "ui_MainWindow.h"
 #include "widgets/AlertSheet.h"
 #include "widgets/ConsoleView.h"
+#include "widgets/MessageBar.h"
 #include "widgets/ProgressBar.h"
 #include "widgets/Spinner.h"
 #include "workflow/MainWindow.h"
@@ -39,7 +40,13 @@ AppController::AppController(MainWindow *w, QObject *parent)
     showSpeed = ui->showSpeed;
     spinner = ui->spinner;
     progressbar = ui->progressbar;
+    messageBar = ui->messageBar;
     connect(buttonPerform, &QPushButton::clicked, this, [this] { perform(); });
+    connect(messageBar, &MessageBar::actionTriggered, this, [this] { performFailureAction(); });
+    connect(messageBar, &MessageBar::dismissed, this, [this] { dismissProblem(); });
+    // Made first, so whoever else hears of the end knows by then whether it
+    // came with a problem.
+    connect(this, &AppController::operationEnded, this, &AppController::reportFailures);
 
     m_updatePause = new QTimer(this);
     m_updatePause->setSingleShot(true);
@@ -100,6 +107,7 @@ void AppController::perform()
         // running by a check): its end belongs to the operation it was part
         // of, not to the one starting now.
         detachChild();
+        clearProblem();
         buttonPerform->setText(tr("Stop"));
         spinner->startAnimation();
         progressbar->startAnimation();
@@ -197,6 +205,8 @@ void AppController::notifiedForComplete()
         } else if (tag == TagClone) {
             outputField->insertText(formatText(QStringLiteral("\n%@\n"), {done}));
             openReadyToInstallModulePrompt();
+            // The download is over; what follows is another operation.
+            reportFailures(tag, OperationEnd::Done);
         } else if (terminatedByUser == 0) {
             stopRequest = 0;
             stopTask();

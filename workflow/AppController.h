@@ -1,6 +1,8 @@
 #pragma once
 
+#include "workflow/FailureDiagnosis.h"
 #include "workflow/OperationNotice.h"
+#include "workflow/OutputTail.h"
 
 #include <QObject>
 #include <QPointer>
@@ -10,11 +12,13 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 enum class ModuleEntryVerdict;
 class AlertSheet;
 class ConsoleView;
 class MainWindow;
+class MessageBar;
 class ProgressBar;
 class QComboBox;
 class QLabel;
@@ -51,6 +55,7 @@ public:
     QLabel *showSpeed = nullptr;
     Spinner *spinner = nullptr;
     ProgressBar *progressbar = nullptr;
+    MessageBar *messageBar = nullptr;      // says what went wrong, below the console
 
     // --- State ---------------------------------------------------------------
     QTimer *timer = nullptr;           // ready-to-install-modules countdown
@@ -66,6 +71,9 @@ public:
     // window forward and ask for them.
     std::function<void()> openPreferencesWindow;
     std::function<void()> openAboutWindow;
+    // The preferences' folder choosers, for a folder the user may not write.
+    std::function<void()> chooseWorkspaceFolder;
+    std::function<void()> chooseOutputFolder;
     QPointer<QProcess> unixTask;       // the current child
     qint32 now = 0;                    // stage counter
 
@@ -76,6 +84,15 @@ public:
     int logSwitch = 0;          // "log" as read at the start of the operation
     qint32 lastPercentage = 0;
     qint64 moduleCount = 0;
+
+    // What the message bar shows: the first failed stage of the operation
+    // that ended last, with the operation's tag; empty once the bar is
+    // closed or the next operation starts.
+    std::optional<Diagnosis> problem;
+    int problemTag = 0;
+    // Whether the last operationEnded came with a problem (reported just
+    // before it through problemReported).
+    bool lastEndHadProblem = false;
 
     // The cmake program the compile operation starts; the build-time default.
     QString cmakeProgram;
@@ -126,6 +143,11 @@ public:
     void startCompileTwo();
     void copyFinishedFiles();
 
+    // The message bar's button: does what the diagnosis offers.
+    void performFailureAction();
+    // The message bar was closed.
+    void dismissProblem();
+
     int selectedTag() const;
     void selectItemWithTag(int tag);
 
@@ -134,6 +156,10 @@ signals:
     void progressChanged();
     // The operation with this tag has ended; the console has just said how.
     void operationEnded(int tag, OperationEnd end);
+    // An operation (tag) ended with a failed stage; `problem` says what.
+    // For the download this comes with its "Done.", before the modules are
+    // offered.
+    void problemReported(int tag);
 
 private:
     // Starts program with arguments in folder, wired to the output handlers
@@ -166,6 +192,30 @@ private:
     // passed over.
     void reportRefusedModule(const QString &url, ModuleEntryVerdict verdict);
 
+    // What the current child is and what it wrote, kept whatever the
+    // console shows of it.
+    struct ChildRecord
+    {
+        QString program;
+        QString tool;
+        OutputTail output;
+        OutputTail errors;
+        bool consoleGaveUpErrors = false;
+    };
+    void recordNewChild(const QString &program, const QStringList &arguments);
+    // The current child ended (or could not start): a failure is kept for
+    // the end of the operation. The user's Stop is no failure.
+    void noteChildEnded(const QProcess &process);
+    void noteChildNotStarted();
+    void keepFailure(StageResult result);
+    // At the end of an operation: the first failure kept goes to the bar.
+    void reportFailures(int tag, OperationEnd end);
+    void showProblem(int tag, const Diagnosis &diagnosis);
+    void clearProblem();
+    Surroundings surroundings() const;
+
+    ChildRecord m_child;
+    std::optional<StageResult> m_firstFailure;
     QList<QMetaObject::Connection> m_registrations;
     QStringDecoder m_stdoutDecoder{QStringDecoder::Utf8};
     QStringDecoder m_stderrDecoder{QStringDecoder::Utf8};

@@ -43,6 +43,7 @@ void AppController::launchChild(const QString &program, const QStringList &argum
     // current one, so nothing it does reaches this operation.
     detachChild();
     unixTask = process;
+    recordNewChild(program, arguments);
     m_stdoutDecoder = QStringDecoder(QStringDecoder::Utf8);
     m_stderrDecoder = QStringDecoder(QStringDecoder::Utf8);
 
@@ -53,30 +54,38 @@ void AppController::launchChild(const QString &program, const QStringList &argum
                                    [this, process] {
                                        if (process != unixTask)
                                            return;
-                                       notifiedForStdOutput(process->readAllStandardOutput());
+                                       const QByteArray chunk = process->readAllStandardOutput();
+                                       m_child.output.append(chunk);
+                                       notifiedForStdOutput(chunk);
                                    }));
     m_registrations.append(connect(
         process, &QProcess::readyReadStandardError, this, [this, process] {
             if (process != unixTask)
                 return;
+            const QByteArray chunk = process->readAllStandardError();
+            // Once the console has given up on this stream, only the record
+            // of the child still reads it, so the reason of a failure is
+            // kept; the console sees nothing more of it.
+            m_child.errors.append(chunk);
+            if (m_child.consoleGaveUpErrors)
+                return;
             m_stderrGivenUp = false;
-            notifiedForStdError(process->readAllStandardError());
-            if (m_stderrGivenUp) {
-                // Nothing more of this child's standard error is read. The
-                // closed channel is still drained (and discarded) by QProcess,
-                // so the child never blocks on a full pipe.
-                disconnect(process, &QProcess::readyReadStandardError, this, nullptr);
-                process->closeReadChannel(QProcess::StandardError);
-            }
+            notifiedForStdError(chunk);
+            if (m_stderrGivenUp)
+                m_child.consoleGaveUpErrors = true;
         }));
     m_registrations.append(connect(process, &QProcess::finished, this, [this, process] {
-        if (process == unixTask)
-            notifiedForComplete();
+        if (process != unixTask)
+            return;
+        noteChildEnded(*process);
+        notifiedForComplete();
     }));
 
-    connect(process, &QProcess::errorOccurred, process, [process](QProcess::ProcessError error) {
+    connect(process, &QProcess::errorOccurred, this, [this, process](QProcess::ProcessError error) {
         if (error != QProcess::FailedToStart)
             return;
+        if (process == unixTask)
+            noteChildNotStarted();
         // The operation stays in its running look; Stop still brings the
         // window back.
         std::fprintf(stderr, "ZELMOR Helper: could not start %s in %s: %s\n",

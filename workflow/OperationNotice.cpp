@@ -13,26 +13,26 @@ QString text(const char *english)
 
 } // namespace
 
+QString operationName(int tag)
+{
+    switch (tag) {
+    case 1:
+        return text("Get a complete copy of source codes of ZELLMOR from GitHub");
+    case 2:
+        return text("Update source codes and submodules");
+    case 3:
+        return text("Compile ZELMOR");
+    case 4:
+        return text("Get module initialized");
+    default:
+        return QCoreApplication::translate("OperationNotice", "ZELMOR Helper");
+    }
+}
+
 OperationNotice operationNotice(int tag, OperationEnd end)
 {
     OperationNotice notice;
-    switch (tag) {
-    case 1:
-        notice.summary = text("Get a complete copy of source codes of ZELLMOR from GitHub");
-        break;
-    case 2:
-        notice.summary = text("Update source codes and submodules");
-        break;
-    case 3:
-        notice.summary = text("Compile ZELMOR");
-        break;
-    case 4:
-        notice.summary = text("Get module initialized");
-        break;
-    default:
-        notice.summary = QCoreApplication::translate("OperationNotice", "ZELMOR Helper");
-        break;
-    }
+    notice.summary = operationName(tag);
     switch (end) {
     case OperationEnd::AllDone:
         notice.body = text("All done.");
@@ -45,4 +45,11 @@ OperationNotice operationNotice(int tag, OperationEnd end)
         break;
     }
     return notice;
+}
+
+OperationNotice problemNotice(int tag, const QString &sentence)
+{
+    return {QCoreApplication::translate("OperationNotice", "%1 ended with a problem")
+                .arg(operationName(tag)),
+            sentence};
 }

@@ -20,3 +20,10 @@ struct OperationNotice
 // tag is the pop-up tag of the operation that ended (AppController::Tag);
 // an unknown tag is told as the application's own name.
 OperationNotice operationNotice(int tag, OperationEnd end);
+
+// The operation ended with a problem: it says so, and the sentence that
+// tells what went wrong.
+OperationNotice problemNotice(int tag, const QString &sentence);
+
+// The operation's name as the pop-up shows it.
+QString operationName(int tag);

@@ -30,6 +30,8 @@ StatusbarCompanion::StatusbarCompanion(QString identifier, QString mainBundle,
             &StatusbarCompanion::quitRequested);
     connect(&m_channel, &CompanionChannelServer::statusReceived, this,
             &StatusbarCompanion::showStatus);
+    connect(&m_channel, &CompanionChannelServer::problemReceived, this,
+            &StatusbarCompanion::showStatus);
     connect(&m_channel, &CompanionChannelServer::idleReceived, this,
             &StatusbarCompanion::clearStatus);
     // ZELMOR Helper went away without saying "idle" (it quit or crashed in
@@ -40,6 +42,9 @@ StatusbarCompanion::StatusbarCompanion(QString identifier, QString mainBundle,
 
 StatusbarCompanion::~StatusbarCompanion()
 {
+    // The channel outlives the menu; a connection it closes on its way out
+    // must not reach the menu's actions, which are gone by then.
+    disconnect(&m_channel, nullptr, this, nullptr);
     // The icon refers to the menu; it goes first.
     delete m_tray;
 }

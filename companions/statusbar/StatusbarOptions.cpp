@@ -46,6 +46,9 @@ QString mainBundleForCompanion(const QString &companionBundle)
 
 QString statusSummary(const CompanionChannel::Status &status)
 {
+    if (status.problem)
+        return QCoreApplication::translate("StatusbarCompanion", "%1 ended with a problem: %2")
+            .arg(status.operation, status.label);
     if (status.maximum <= 0)
         return status.operation;
     const qint64 percent = std::clamp(qint64(status.value) * 100 / status.maximum, qint64(0),
@@ -61,7 +64,7 @@ QString statusToolTip(const CompanionChannel::Status *status)
     if (!status)
         return tip;
     tip += QLatin1Char('\n') + statusSummary(*status);
-    if (!status->label.isEmpty())
+    if (!status->label.isEmpty() && !status->problem)
         tip += QLatin1Char('\n') + status->label;
     return tip;
 }

@@ -32,7 +32,8 @@ StatusbarOptions parseStatusbarArguments(const QStringList &arguments,
 QString mainBundleForCompanion(const QString &companionBundle);
 
 // One line naming the running operation and, when a figure is known, how far
-// it has come: "Compiling ZELMOR — 42%".
+// it has come: "Compiling ZELMOR — 42%"; for an operation that ended with a
+// problem, that and the sentence saying what went wrong.
 QString statusSummary(const CompanionChannel::Status &status);
 // The tray tooltip: the application's name, then the operation, then its label.
 QString statusToolTip(const CompanionChannel::Status *status);

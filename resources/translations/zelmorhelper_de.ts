@@ -333,6 +333,89 @@
     </message>
 </context>
 <context>
+    <name>FailureDiagnosis</name>
+    <message>
+        <source>You may not write to the output folder %1. Choose another folder.</source>
+        <translation>Sie dürfen nicht in den Ausgabeordner %1 schreiben. Wählen Sie einen anderen Ordner.</translation>
+    </message>
+    <message>
+        <source>You may not write to the workspace folder %1. Choose another folder.</source>
+        <translation>Sie dürfen nicht in den Arbeitsordner %1 schreiben. Wählen Sie einen anderen Ordner.</translation>
+    </message>
+    <message>
+        <source>Changes made in the workspace stand in the way of the update. Keep the workspace aside and download the sources again.</source>
+        <translation>Änderungen im Arbeitsordner verhindern die Aktualisierung. Legen Sie den Arbeitsordner beiseite und laden Sie die Quellen neu herunter.</translation>
+    </message>
+    <message>
+        <source>Changes made in the workspace to %1 stand in the way of the update. Keep the workspace aside and download the sources again.</source>
+        <translation>Änderungen an %1 im Arbeitsordner verhindern die Aktualisierung. Legen Sie den Arbeitsordner beiseite und laden Sie die Quellen neu herunter.</translation>
+    </message>
+    <message>
+        <source>%1 is not installed. Install Essentials installs it.</source>
+        <translation>%1 ist nicht installiert. „Benötigte Komponenten installieren“ installiert es.</translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation>%1 konnte nicht gestartet werden.</translation>
+    </message>
+    <message>
+        <source>The workspace folder %1 already exists but holds no download. Move it aside and download again.</source>
+        <translation>Der Arbeitsordner %1 existiert bereits, enthält aber keinen Download. Legen Sie ihn beiseite und laden Sie erneut herunter.</translation>
+    </message>
+    <message>
+        <source>A folder without a download is in the way of git.</source>
+        <translation>Ein Ordner ohne Download steht git im Weg.</translation>
+    </message>
+    <message>
+        <source>The disk is full: it has %1 free. Free some space, then try again.</source>
+        <translation>Der Datenträger ist voll: Es sind nur %1 frei. Schaffen Sie Platz und versuchen Sie es dann erneut.</translation>
+    </message>
+    <message>
+        <source>The disk is full. Free some space, then try again.</source>
+        <translation>Der Datenträger ist voll. Schaffen Sie Platz und versuchen Sie es dann erneut.</translation>
+    </message>
+    <message>
+        <source>The server could not be reached. Check the internet connection, then try again.</source>
+        <translation>Der Server war nicht erreichbar. Prüfen Sie die Internetverbindung und versuchen Sie es dann erneut.</translation>
+    </message>
+    <message>
+        <source>The repository was not found or asks for a login: its address is wrong, or it is private.</source>
+        <translation>Das Repository wurde nicht gefunden oder verlangt eine Anmeldung: Seine Adresse ist falsch, oder es ist privat.</translation>
+    </message>
+    <message>
+        <source>CMake could not find %1, which compiling ZELMOR needs. Install Essentials installs it.</source>
+        <translation>CMake hat %1 nicht gefunden, das zum Kompilieren von ZELMOR nötig ist. „Benötigte Komponenten installieren“ installiert es.</translation>
+    </message>
+    <message>
+        <source>The compiler stopped at an error in %1, line %2.</source>
+        <translation>Der Compiler hat bei einem Fehler in %1, Zeile %2, angehalten.</translation>
+    </message>
+    <message>
+        <source>%1 was ended by signal %2.</source>
+        <translation>%1 wurde durch Signal %2 beendet.</translation>
+    </message>
+    <message>
+        <source>%1 ended with status %2.</source>
+        <translation>%1 endete mit Status %2.</translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation>Erneut versuchen</translation>
+    </message>
+    <message>
+        <source>Choose Another Folder...</source>
+        <translation>Anderen Ordner wählen...</translation>
+    </message>
+    <message>
+        <source>Install Essentials</source>
+        <translation>Benötigte Komponenten installieren</translation>
+    </message>
+    <message>
+        <source>Move Aside and Download Again</source>
+        <translation>Beiseitelegen und neu herunterladen</translation>
+    </message>
+</context>
+<context>
     <name>Installer</name>
     <message>
         <source>Install Components</source>
@@ -614,10 +697,29 @@
     </message>
 </context>
 <context>
+    <name>MessageBar</name>
+    <message>
+        <source>Problem</source>
+        <translation>Problem</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+</context>
+<context>
     <name>OperationNotice</name>
     <message>
         <source>ZELMOR Helper</source>
         <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>%1 ended with a problem</source>
+        <translation>%1 endete mit einem Problem</translation>
     </message>
 </context>
 <context>
@@ -888,6 +990,10 @@
     <message>
         <source>Run without a tray icon (sessions without a tray).</source>
         <translation>Ohne Symbol im Systembereich laufen (für Sitzungen ohne Systembereich).</translation>
+    </message>
+    <message>
+        <source>%1 ended with a problem: %2</source>
+        <translation>%1 endete mit einem Problem: %2</translation>
     </message>
 </context>
 <context>

@@ -333,6 +333,89 @@
     </message>
 </context>
 <context>
+    <name>FailureDiagnosis</name>
+    <message>
+        <source>You may not write to the output folder %1. Choose another folder.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You may not write to the workspace folder %1. Choose another folder.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Changes made in the workspace stand in the way of the update. Keep the workspace aside and download the sources again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Changes made in the workspace to %1 stand in the way of the update. Keep the workspace aside and download the sources again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not installed. Install Essentials installs it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The workspace folder %1 already exists but holds no download. Move it aside and download again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A folder without a download is in the way of git.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The disk is full: it has %1 free. Free some space, then try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The disk is full. Free some space, then try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server could not be reached. Check the internet connection, then try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The repository was not found or asks for a login: its address is wrong, or it is private.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>CMake could not find %1, which compiling ZELMOR needs. Install Essentials installs it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The compiler stopped at an error in %1, line %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 was ended by signal %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 ended with status %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose Another Folder...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install Essentials</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Move Aside and Download Again</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>Installer</name>
     <message>
         <source>Install Components</source>
@@ -614,9 +697,28 @@
     </message>
 </context>
 <context>
+    <name>MessageBar</name>
+    <message>
+        <source>Problem</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>OperationNotice</name>
     <message>
         <source>ZELMOR Helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 ended with a problem</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -887,6 +989,10 @@
     </message>
     <message>
         <source>Another instance is already running; exiting.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 ended with a problem: %2</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -333,6 +333,89 @@
     </message>
 </context>
 <context>
+    <name>FailureDiagnosis</name>
+    <message>
+        <source>You may not write to the output folder %1. Choose another folder.</source>
+        <translation>No puede escribir en la carpeta de salida %1. Elija otra carpeta.</translation>
+    </message>
+    <message>
+        <source>You may not write to the workspace folder %1. Choose another folder.</source>
+        <translation>No puede escribir en la carpeta de trabajo %1. Elija otra carpeta.</translation>
+    </message>
+    <message>
+        <source>Changes made in the workspace stand in the way of the update. Keep the workspace aside and download the sources again.</source>
+        <translation>Hay cambios en la carpeta de trabajo que impiden la actualización. Aparte la carpeta de trabajo y vuelva a descargar las fuentes.</translation>
+    </message>
+    <message>
+        <source>Changes made in the workspace to %1 stand in the way of the update. Keep the workspace aside and download the sources again.</source>
+        <translation>Hay cambios en %1 en la carpeta de trabajo que impiden la actualización. Aparte la carpeta de trabajo y vuelva a descargar las fuentes.</translation>
+    </message>
+    <message>
+        <source>%1 is not installed. Install Essentials installs it.</source>
+        <translation>%1 no está instalado. «Instalar los componentes necesarios» lo instala.</translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation>No se pudo iniciar %1.</translation>
+    </message>
+    <message>
+        <source>The workspace folder %1 already exists but holds no download. Move it aside and download again.</source>
+        <translation>La carpeta de trabajo %1 ya existe pero no contiene ninguna descarga. Apártela y vuelva a descargar.</translation>
+    </message>
+    <message>
+        <source>A folder without a download is in the way of git.</source>
+        <translation>Una carpeta sin descarga impide el trabajo de git.</translation>
+    </message>
+    <message>
+        <source>The disk is full: it has %1 free. Free some space, then try again.</source>
+        <translation>El disco está lleno: solo quedan %1 libres. Libere espacio y vuelva a intentarlo.</translation>
+    </message>
+    <message>
+        <source>The disk is full. Free some space, then try again.</source>
+        <translation>El disco está lleno. Libere espacio y vuelva a intentarlo.</translation>
+    </message>
+    <message>
+        <source>The server could not be reached. Check the internet connection, then try again.</source>
+        <translation>No se pudo contactar con el servidor. Compruebe la conexión a Internet y vuelva a intentarlo.</translation>
+    </message>
+    <message>
+        <source>The repository was not found or asks for a login: its address is wrong, or it is private.</source>
+        <translation>No se encontró el repositorio o pide iniciar sesión: su dirección es incorrecta o es privado.</translation>
+    </message>
+    <message>
+        <source>CMake could not find %1, which compiling ZELMOR needs. Install Essentials installs it.</source>
+        <translation>CMake no encontró %1, necesario para compilar ZELMOR. «Instalar los componentes necesarios» lo instala.</translation>
+    </message>
+    <message>
+        <source>The compiler stopped at an error in %1, line %2.</source>
+        <translation>El compilador se detuvo en un error en %1, línea %2.</translation>
+    </message>
+    <message>
+        <source>%1 was ended by signal %2.</source>
+        <translation>%1 terminó por la señal %2.</translation>
+    </message>
+    <message>
+        <source>%1 ended with status %2.</source>
+        <translation>%1 terminó con el estado %2.</translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation>Reintentar</translation>
+    </message>
+    <message>
+        <source>Choose Another Folder...</source>
+        <translation>Elegir otra carpeta...</translation>
+    </message>
+    <message>
+        <source>Install Essentials</source>
+        <translation>Instalar los componentes necesarios</translation>
+    </message>
+    <message>
+        <source>Move Aside and Download Again</source>
+        <translation>Apartar y volver a descargar</translation>
+    </message>
+</context>
+<context>
     <name>Installer</name>
     <message>
         <source>Install Components</source>
@@ -614,10 +697,29 @@
     </message>
 </context>
 <context>
+    <name>MessageBar</name>
+    <message>
+        <source>Problem</source>
+        <translation>Problema</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Advertencia</translation>
+    </message>
+</context>
+<context>
     <name>OperationNotice</name>
     <message>
         <source>ZELMOR Helper</source>
         <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>%1 ended with a problem</source>
+        <translation>%1 terminó con un problema</translation>
     </message>
 </context>
 <context>
@@ -888,6 +990,10 @@
     <message>
         <source>Run without a tray icon (sessions without a tray).</source>
         <translation>Funcionar sin icono en la bandeja (sesiones sin bandeja del sistema).</translation>
+    </message>
+    <message>
+        <source>%1 ended with a problem: %2</source>
+        <translation>%1 terminó con un problema: %2</translation>
     </message>
 </context>
 <context>

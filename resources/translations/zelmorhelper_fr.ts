@@ -333,6 +333,89 @@
     </message>
 </context>
 <context>
+    <name>FailureDiagnosis</name>
+    <message>
+        <source>You may not write to the output folder %1. Choose another folder.</source>
+        <translation>Vous ne pouvez pas écrire dans le dossier de sortie %1. Choisissez un autre dossier.</translation>
+    </message>
+    <message>
+        <source>You may not write to the workspace folder %1. Choose another folder.</source>
+        <translation>Vous ne pouvez pas écrire dans le dossier de travail %1. Choisissez un autre dossier.</translation>
+    </message>
+    <message>
+        <source>Changes made in the workspace stand in the way of the update. Keep the workspace aside and download the sources again.</source>
+        <translation>Des modifications faites dans le dossier de travail empêchent la mise à jour. Mettez le dossier de travail de côté et téléchargez à nouveau les sources.</translation>
+    </message>
+    <message>
+        <source>Changes made in the workspace to %1 stand in the way of the update. Keep the workspace aside and download the sources again.</source>
+        <translation>Des modifications de %1 dans le dossier de travail empêchent la mise à jour. Mettez le dossier de travail de côté et téléchargez à nouveau les sources.</translation>
+    </message>
+    <message>
+        <source>%1 is not installed. Install Essentials installs it.</source>
+        <translation>%1 n&apos;est pas installé. «&#xa0;Installer les composants requis&#xa0;» l&apos;installe.</translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation>%1 n&apos;a pas pu être lancé.</translation>
+    </message>
+    <message>
+        <source>The workspace folder %1 already exists but holds no download. Move it aside and download again.</source>
+        <translation>Le dossier de travail %1 existe déjà mais ne contient aucun téléchargement. Mettez-le de côté et téléchargez à nouveau.</translation>
+    </message>
+    <message>
+        <source>A folder without a download is in the way of git.</source>
+        <translation>Un dossier sans téléchargement gêne git.</translation>
+    </message>
+    <message>
+        <source>The disk is full: it has %1 free. Free some space, then try again.</source>
+        <translation>Le disque est plein&#xa0;: il ne reste que %1 de libre. Libérez de la place, puis réessayez.</translation>
+    </message>
+    <message>
+        <source>The disk is full. Free some space, then try again.</source>
+        <translation>Le disque est plein. Libérez de la place, puis réessayez.</translation>
+    </message>
+    <message>
+        <source>The server could not be reached. Check the internet connection, then try again.</source>
+        <translation>Le serveur est injoignable. Vérifiez la connexion à Internet, puis réessayez.</translation>
+    </message>
+    <message>
+        <source>The repository was not found or asks for a login: its address is wrong, or it is private.</source>
+        <translation>Le dépôt est introuvable ou demande une connexion&#xa0;: son adresse est fausse, ou il est privé.</translation>
+    </message>
+    <message>
+        <source>CMake could not find %1, which compiling ZELMOR needs. Install Essentials installs it.</source>
+        <translation>CMake n&apos;a pas trouvé %1, nécessaire pour compiler ZELMOR. «&#xa0;Installer les composants requis&#xa0;» l&apos;installe.</translation>
+    </message>
+    <message>
+        <source>The compiler stopped at an error in %1, line %2.</source>
+        <translation>Le compilateur s&apos;est arrêté sur une erreur dans %1, ligne %2.</translation>
+    </message>
+    <message>
+        <source>%1 was ended by signal %2.</source>
+        <translation>%1 a été arrêté par le signal %2.</translation>
+    </message>
+    <message>
+        <source>%1 ended with status %2.</source>
+        <translation>%1 s&apos;est terminé avec le code %2.</translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation>Réessayer</translation>
+    </message>
+    <message>
+        <source>Choose Another Folder...</source>
+        <translation>Choisir un autre dossier...</translation>
+    </message>
+    <message>
+        <source>Install Essentials</source>
+        <translation>Installer les composants requis</translation>
+    </message>
+    <message>
+        <source>Move Aside and Download Again</source>
+        <translation>Mettre de côté et télécharger à nouveau</translation>
+    </message>
+</context>
+<context>
     <name>Installer</name>
     <message>
         <source>Install Components</source>
@@ -614,10 +697,29 @@
     </message>
 </context>
 <context>
+    <name>MessageBar</name>
+    <message>
+        <source>Problem</source>
+        <translation>Problème</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Avertissement</translation>
+    </message>
+</context>
+<context>
     <name>OperationNotice</name>
     <message>
         <source>ZELMOR Helper</source>
         <translation>ZELMOR Helper</translation>
+    </message>
+    <message>
+        <source>%1 ended with a problem</source>
+        <translation>%1 s&apos;est terminé avec un problème</translation>
     </message>
 </context>
 <context>
@@ -888,6 +990,10 @@
     <message>
         <source>Run without a tray icon (sessions without a tray).</source>
         <translation>Fonctionner sans icône dans la zone de notification (sessions qui n’en ont pas).</translation>
+    </message>
+    <message>
+        <source>%1 ended with a problem: %2</source>
+        <translation>%1 s&apos;est terminé avec un problème&#xa0;: %2</translation>
     </message>
 </context>
 <context>
