@@ -106,8 +106,8 @@ class FailuresEndToEndTest : public QObject
         QVERIFY(bar->isVisible());
         QCOMPARE(bar->text(), sentence);
         QVERIFY2(bar->detail().contains(evidence), qPrintable(bar->detail()));
-        QCOMPARE(bar->actionButton()->isVisibleTo(bar) ? bar->actionButton()->text() : QString(),
-                 action);
+        QPushButton *button = bar->actionButton();
+        QCOMPARE(button && button->isVisibleTo(bar) ? button->text() : QString(), action);
         QCOMPARE(h.controller.problemTag, tag);
         const OperationNotice notice = problemNotice(tag, sentence);
         QCOMPARE(notice.summary, operationName(tag) + " ended with a problem");

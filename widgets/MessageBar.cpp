@@ -15,7 +15,7 @@
 
 MessageBar::MessageBar(QWidget *parent)
     : QFrame(parent), m_icon(new QLabel(this)), m_text(new QLabel(this)),
-      m_detail(new QLabel(this)), m_action(new QPushButton(this)), m_close(new QToolButton(this))
+      m_detail(new QLabel(this)), m_close(new QToolButton(this))
 {
     AccessibleRoles::install();
     setFrameShape(QFrame::StyledPanel);
@@ -40,20 +40,17 @@ MessageBar::MessageBar(QWidget *parent)
     m_close->setAutoRaise(true);
     m_close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     m_close->setFocusPolicy(Qt::StrongFocus);
-    m_action->setFocusPolicy(Qt::StrongFocus);
 
     auto *texts = new QVBoxLayout;
     texts->setSpacing(2);
     texts->addWidget(m_text);
     texts->addWidget(m_detail);
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(8, 6, 6, 6);
-    row->addWidget(m_icon);
-    row->addLayout(texts, 1);
-    row->addWidget(m_action, 0, Qt::AlignVCenter);
-    row->addWidget(m_close, 0, Qt::AlignTop);
+    m_row = new QHBoxLayout(this);
+    m_row->setContentsMargins(8, 6, 6, 6);
+    m_row->addWidget(m_icon);
+    m_row->addLayout(texts, 1);
+    m_row->addWidget(m_close, 0, Qt::AlignTop);
 
-    connect(m_action, &QPushButton::clicked, this, &MessageBar::actionTriggered);
     connect(m_close, &QToolButton::clicked, this, [this] {
         hide();
         emit dismissed();
@@ -67,8 +64,21 @@ void MessageBar::showMessage(const QString &text, const QString &detail, const Q
     m_text->setText(text);
     m_detail->setText(detail);
     m_detail->setVisible(!detail.isEmpty());
-    m_action->setText(actionTitle);
-    m_action->setVisible(!actionTitle.isEmpty());
+    // The button is made with the first action: before that it would be a
+    // control without a name, even if never shown.
+    if (!m_action && !actionTitle.isEmpty()) {
+        m_action = new QPushButton(this);
+        m_action->setFocusPolicy(Qt::StrongFocus);
+        m_row->insertWidget(m_row->indexOf(m_close), m_action, 0, Qt::AlignVCenter);
+        setTabOrder(m_action, m_close);
+        connect(m_action, &QPushButton::clicked, this, &MessageBar::actionTriggered);
+    }
+    if (m_action) {
+        // A hidden button keeps its last title, so it is never nameless.
+        if (!actionTitle.isEmpty())
+            m_action->setText(actionTitle);
+        m_action->setVisible(!actionTitle.isEmpty());
+    }
     setAccessibleDescription(detail.isEmpty() ? text : text + QLatin1Char('\n') + detail);
     show();
     QAccessibleEvent alert(this, QAccessible::Alert);

@@ -2,6 +2,7 @@
 
 #include <QFrame>
 
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 class QToolButton;
@@ -25,6 +26,7 @@ public:
 
     QString text() const;
     QString detail() const;
+    // Null until a message with an action was shown.
     QPushButton *actionButton() const { return m_action; }
     QToolButton *closeButton() const { return m_close; }
 
@@ -43,6 +45,7 @@ private:
     QLabel *m_icon;
     QLabel *m_text;
     QLabel *m_detail;
-    QPushButton *m_action;
+    QHBoxLayout *m_row;
+    QPushButton *m_action = nullptr;
     QToolButton *m_close;
 };
