@@ -15,6 +15,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 
 QByteArray companionStatusLine(const AppController &c)
 {
@@ -40,32 +41,22 @@ QByteArray companionStatusLine(const AppController &c)
 
 ApplicationShell::ApplicationShell() = default;
 
-ApplicationShell::~ApplicationShell()
-{
-    // The controllers point into the window; they go first.
-    delete m_menu;
-    delete m_delegate;
-    delete m_controller;
-    delete m_publisher;
-    delete m_notifier;
-}
+ApplicationShell::~ApplicationShell() = default;
 
 void ApplicationShell::start()
 {
     ZELMORHelperAppDelegate::initialize();
-    // Every window, the about window's picture included, shows the
-    // application's icon; the desktop matches the windows to its entry.
+    // The desktop matches the windows to its entry, and so to its icon.
     QGuiApplication::setDesktopFileName(QLatin1String(AppIcons::ApplicationId));
-    QApplication::setWindowIcon(AppIcons::application());
 
     m_window = std::make_unique<MainWindow>();
-    m_controller = new AppController(m_window.get());
-    m_delegate = new ZELMORHelperAppDelegate(m_window.get());
-    m_menu = new MainMenu(m_window.get(), m_controller);
+    m_controller = std::make_unique<AppController>(m_window.get());
+    m_delegate = std::make_unique<ZELMORHelperAppDelegate>(m_window.get());
+    m_menu = std::make_unique<MainMenu>(m_window.get(), m_controller.get());
     m_menu->terminate = [this] { m_delegate->terminate(); };
     m_controller->openPreferencesWindow = [this] {
         if (!m_prefs)
-            m_prefs = new PrefsController(m_window.get(), m_controller);
+            m_prefs = new PrefsController(m_window.get(), m_controller.get());
         m_prefs->showWindow();
     };
     // The message bar's way out of a folder the user may not write: the
@@ -80,19 +71,19 @@ void ApplicationShell::start()
     m_controller->chooseOutputFolder = chooseFolder(&PrefsController::browserOutput);
     m_controller->openAboutWindow = [this] {
         if (!m_about)
-            m_about = new AboutController(m_window.get(), m_controller);
-        m_about->showWindow(m_controller);
+            m_about = new AboutController(m_window.get(), m_controller.get());
+        m_about->showWindow(m_controller.get());
         m_about->timeToload();
     };
 
-    m_publisher = new CompanionStatusPublisher(statusbarAppIdentifier());
-    connect(m_controller, &AppController::progressChanged, m_publisher,
+    m_publisher = std::make_unique<CompanionStatusPublisher>(statusbarAppIdentifier());
+    connect(m_controller.get(), &AppController::progressChanged, m_publisher.get(),
             [this] { m_publisher->publish(companionStatusLine(*m_controller)); });
 
     // A user who is not at the window learns that the operation has ended.
-    m_notifier = new DesktopNotifier(tr("ZELMOR Helper"),
-                                     QLatin1String(AppIcons::ApplicationId));
-    connect(m_controller, &AppController::operationEnded, m_notifier,
+    m_notifier = std::make_unique<DesktopNotifier>(tr("ZELMOR Helper"),
+                                                   QLatin1String(AppIcons::ApplicationId));
+    connect(m_controller.get(), &AppController::operationEnded, m_notifier.get(),
             [this](int tag, OperationEnd end) {
                 // An end with a problem was told as such just before.
                 if (m_window->isActiveWindow() || m_controller->lastEndHadProblem)
@@ -100,22 +91,35 @@ void ApplicationShell::start()
                 const OperationNotice notice = operationNotice(tag, end);
                 m_notifier->notify(notice.summary, notice.body);
             });
-    connect(m_controller, &AppController::problemReported, m_notifier, [this](int tag) {
-        if (m_window->isActiveWindow() || !m_controller->problem)
-            return;
-        const OperationNotice notice = problemNotice(tag, m_controller->problem->sentence);
-        m_notifier->notify(notice.summary, notice.body);
-    });
+    connect(m_controller.get(), &AppController::problemReported, m_notifier.get(),
+            [this](int tag) {
+                if (m_window->isActiveWindow() || !m_controller->problem)
+                    return;
+                const OperationNotice notice =
+                    problemNotice(tag, m_controller->problem->sentence);
+                m_notifier->notify(notice.summary, notice.body);
+            });
 
     m_controller->awakeFromNib();
     m_delegate->awakeFromNib();
     m_window->show();
-    m_delegate->applicationDidFinishLaunching();
 
-    connect(qApp, &QCoreApplication::aboutToQuit, m_delegate,
+    connect(qApp, &QCoreApplication::aboutToQuit, m_delegate.get(),
             &ZELMORHelperAppDelegate::applicationWillTerminate);
     QApplication::setQuitOnLastWindowClosed(
         m_delegate->applicationShouldTerminateAfterLastWindowClosed());
+    // A launch has finished once the event loop runs, as on the platforms
+    // that announce it; by then the window system has the window to map.
+    QTimer::singleShot(0, this, &ApplicationShell::finishLaunching);
+}
+
+void ApplicationShell::finishLaunching()
+{
+    // Every window, the about window's picture included, shows the
+    // application's icon; decoding its sizes need not hold up the first frame.
+    QApplication::setWindowIcon(AppIcons::application());
+    m_delegate->applicationDidFinishLaunching();
+    emit launchFinished();
 }
 
 void ApplicationShell::bringToFront()

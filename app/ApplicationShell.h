@@ -29,29 +29,40 @@ public:
     ApplicationShell();
     ~ApplicationShell() override;
 
-    // Defaults, main window, titles, first-launch sheets; termination is
-    // hooked to the application's end. Call once, with the application
-    // object made.
+    // Defaults, main window and titles, then the window shows; termination
+    // is hooked to the application's end. What the first frame does not
+    // need (the window icon, the finished launch with its settings writes
+    // and first-launch sheets) follows on the event loop's first turn,
+    // signalled by launchFinished(). Call once, with the application object
+    // made.
     void start();
     // Another start of the application asked for this one: the main window
     // comes forward, restored if it was minimized.
     void bringToFront();
 
     MainWindow *window() const { return m_window.get(); }
-    AppController *controller() const { return m_controller; }
-    ZELMORHelperAppDelegate *delegate() const { return m_delegate; }
-    MainMenu *menu() const { return m_menu; }
-    // Made on the first request from the menus, then shown again.
+    AppController *controller() const { return m_controller.get(); }
+    ZELMORHelperAppDelegate *delegate() const { return m_delegate.get(); }
+    MainMenu *menu() const { return m_menu.get(); }
+    // Made on the first request from the menus, then shown again; children
+    // of the controller, which ends them.
     PrefsController *prefsController() const { return m_prefs; }
     AboutController *aboutController() const { return m_about; }
 
+signals:
+    void launchFinished();
+
 private:
+    void finishLaunching();
+
+    // Ended in the reverse order: the controllers, which point into the
+    // window, before the window.
     std::unique_ptr<MainWindow> m_window;
-    AppController *m_controller = nullptr;
-    ZELMORHelperAppDelegate *m_delegate = nullptr;
-    MainMenu *m_menu = nullptr;
-    CompanionStatusPublisher *m_publisher = nullptr;
-    DesktopNotifier *m_notifier = nullptr;
+    std::unique_ptr<DesktopNotifier> m_notifier;
+    std::unique_ptr<CompanionStatusPublisher> m_publisher;
+    std::unique_ptr<AppController> m_controller;
+    std::unique_ptr<ZELMORHelperAppDelegate> m_delegate;
+    std::unique_ptr<MainMenu> m_menu;
     PrefsController *m_prefs = nullptr;
     AboutController *m_about = nullptr;
 };

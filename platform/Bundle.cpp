@@ -10,6 +10,7 @@
 #include <QXmlStreamReader>
 
 #include <cstdio>
+#include <thread>
 
 namespace {
 
@@ -129,16 +130,24 @@ bool launchApplication(const QString &bundlePath, const QStringList &arguments)
     QStringList args{QStringLiteral("-a"), bundlePath};
     if (!arguments.isEmpty())
         args << QStringLiteral("--args") << arguments;
-    if (QProcess::startDetached(QStringLiteral("/usr/bin/open"), args))
-        return true;
+    const QString program = QStringLiteral("/usr/bin/open");
+    const QString folder;
 #else
     const QString program = executablePath(bundlePath);
-    if (!program.isEmpty() && QFileInfo(program).isExecutable()
-        && QProcess::startDetached(program, arguments, QFileInfo(bundlePath).absolutePath()))
-        return true;
+    if (program.isEmpty() || !QFileInfo(program).isExecutable()) {
+        std::fprintf(stderr, "ZELMOR Helper: cannot launch %s\n", qPrintable(bundlePath));
+        return false;
+    }
+    const QStringList args = arguments;
+    const QString folder = QFileInfo(bundlePath).absolutePath();
 #endif
-    std::fprintf(stderr, "ZELMOR Helper: cannot launch %s\n", qPrintable(bundlePath));
-    return false;
+    // Forking a large process and waiting for the new one to exec takes
+    // milliseconds the caller (a window about to show) need not wait for.
+    std::thread([program, args, folder, bundlePath] {
+        if (!QProcess::startDetached(program, args, folder))
+            std::fprintf(stderr, "ZELMOR Helper: cannot launch %s\n", qPrintable(bundlePath));
+    }).detach();
+    return true;
 }
 
 void exposeHelpersOnPath()

@@ -385,6 +385,8 @@ private:
         store().setObject(SettingsKeys::FirstLaunch, sheets ? 1 : 0);
         m_shell = std::make_unique<ApplicationShell>();
         m_shell->start();
+        if (!QSignalSpy(m_shell.get(), &ApplicationShell::launchFinished).wait())
+            return nullptr;
         switch (window) {
         case Main:
             ui()->popupSelection->setCurrentIndex(2); // an update, which finds nothing to update

@@ -281,6 +281,10 @@ private slots:
         QCOMPARE(dialog->directory().absolutePath(), m_dir.path() + "/Dev");
         dialog->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(dialog));
+        // The widgets learn of it a moment after the window system: until
+        // then the field has no focus, and the dialog writes what it
+        // highlights into it while the keys arrive.
+        QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget *>(dialog));
         if (answer == "cancel") {
             static_cast<QDialog *>(dialog)->reject();
         } else if (answer == "type") {
@@ -489,6 +493,7 @@ private:
     {
         m_shell = std::make_unique<ApplicationShell>();
         m_shell->start();
+        QVERIFY(QSignalSpy(m_shell.get(), &ApplicationShell::launchFinished).wait());
     }
     ZELMORHelperAppDelegate *delegate() const { return m_shell->delegate(); }
     // A first launch, past its first sheet.

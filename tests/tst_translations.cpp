@@ -150,6 +150,7 @@ private slots:
         QLocale::setDefault(QLocale::system());
         ApplicationShell shell;
         shell.start();
+        QVERIFY(QSignalSpy(&shell, &ApplicationShell::launchFinished).wait());
         Ui::MainWindow *ui = shell.window()->ui();
         // As shown: the mnemonics are placed on the translated texts.
         QCOMPARE(ui->menuEdit->title().remove('&'), QString("Bearbeiten"));

@@ -95,6 +95,7 @@ int main(int argc, char *argv[])
 
     ApplicationShell shell;
     shell.start();
+    QSignalSpy(&shell, &ApplicationShell::launchFinished).wait();
     MainWindow *window = shell.window();
     window->resize(1024, 576);
     window->show();
