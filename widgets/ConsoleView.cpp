@@ -11,28 +11,8 @@
 #include <ctime>
 
 namespace {
-// How long one slice may hold the event loop, and how much text it moves at
-// most between two looks at the clock. Much of a slice's cost comes after
-// the text is in: the document and the view take in the change at the end of
-// the edit, and the oldest lines go. So a slice moves as many characters as
-// the slices before it managed in their time, end included, and the clock
-// only guards against surprises. Together with the paint and the reading of
-// the child's output that share its turn of the event loop, a slice stays
-// within one frame.
-constexpr qint64 SliceBudgetNs = 8000000;
-constexpr qint64 MinMoveNs = 2000000;
+// How much text a slice moves at most between two looks at the clock.
 constexpr qsizetype PieceChars = 16 * 1024;
-constexpr qsizetype MinSliceChars = 1024;
-// Now and then the document copies all its text at once: it compacts its
-// buffer at the end of an edit once dropped lines fill it, and the buffer
-// grows by copying. That costs in proportion to what the console holds
-// (mostly fresh memory being touched: about 8 ns a character where it was
-// measured), and no slice can tell in advance which edit it falls in, so
-// every slice keeps that much of its time free. Cheaper copies, once seen,
-// make the reserve smaller.
-constexpr double InitialCopyNsPerChar = 8;
-// A one-off cost above this is taken for such a copy.
-constexpr qint64 CopySeenNs = 1500000;
 // What a slice learns from its costs is the processor time of this thread:
 // time the system gave other programs in between says nothing about what the
 // next slice will cost. The slice itself still ends by the clock on the wall.
@@ -119,7 +99,6 @@ ConsoleView::ConsoleView(QWidget *parent) : QPlainTextEdit(parent)
     // over every dropped line and lays each one out first, which costs far
     // more than inserting it did.
     setLineWrapMode(QPlainTextEdit::WidgetWidth);
-    m_copyNsPerChar = InitialCopyNsPerChar;
     m_flushTimer.setSingleShot(true);
     connect(&m_flushTimer, &QTimer::timeout, this, &ConsoleView::flushSlice);
 }
@@ -301,17 +280,6 @@ bool ConsoleView::dropOldestLines(qsizetype incomingLines, qsizetype incomingCha
     return caretDropped;
 }
 
-bool ConsoleView::noteOneOffCost(qint64 nanoseconds)
-{
-    const int characters = document()->characterCount();
-    if (nanoseconds < CopySeenNs || characters < 64 * 1024)
-        return false;
-    const double perChar = double(nanoseconds) / double(characters);
-    // Up at once, down slowly: one cheap copy does not make the next one cheap.
-    m_copyNsPerChar = perChar > m_copyNsPerChar ? perChar : (3 * m_copyNsPerChar + perChar) / 4;
-    return true;
-}
-
 void ConsoleView::flushSlice()
 {
     if (!hasPending())
@@ -329,11 +297,8 @@ void ConsoleView::flushSlice()
     clock.start();
     const qint64 cpuStart = threadCpuNs();
     const auto cpuElapsed = [cpuStart] { return threadCpuNs() - cpuStart; };
-    bool copySeen = false;
-    const qint64 moveBudgetNs = std::max(
-        MinMoveNs, SliceBudgetNs - qint64(m_copyNsPerChar * double(document()->characterCount())));
-    const qsizetype allowance =
-        std::max(MinSliceChars, qsizetype(double(moveBudgetNs) / m_nanosecondsPerChar));
+    const qint64 moveBudgetNs = m_budget.moveNs(document()->characterCount());
+    const qsizetype allowance = m_budget.allowance(document()->characterCount());
     const qsizetype queuedBefore = m_queue.text().size();
 
     // Room for what this slice brings is made first, as an edit of its own.
@@ -351,7 +316,7 @@ void ConsoleView::flushSlice()
             incomingCharacters += m_terminal.currentLine().size();
         dropOldestLines(m_queue.text().left(incoming).count(u'\n'),
                         incomingCharacters);
-        copySeen = noteOneOffCost(cpuElapsed());
+        m_budget.noteOneOffCost(cpuElapsed(), document()->characterCount());
     }
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
@@ -388,8 +353,8 @@ void ConsoleView::flushSlice()
         insertRuns(cursor, piece.text, piece.runs);
         const qsizetype length = piece.text.size();
         sliced += length;
-        const qint64 expected = qint64(m_nanosecondsPerChar * double(length));
-        copySeen |= noteOneOffCost(cpuElapsed() - pieceStart - expected);
+        m_budget.noteOneOffCost(cpuElapsed() - pieceStart - m_budget.expectedNs(length),
+                                document()->characterCount());
         if (clock.nsecsElapsed() >= moveBudgetNs)
             break;
     }
@@ -409,18 +374,11 @@ void ConsoleView::flushSlice()
     }
     const qint64 editEnd = cpuElapsed();
     cursor.endEditBlock();
-    copySeen |= noteOneOffCost(cpuElapsed() - editEnd);
+    m_budget.noteOneOffCost(cpuElapsed() - editEnd, document()->characterCount());
 
     if (!m_queue.isEmpty())
         scheduleFlush(SliceGapMs);
     if (followTail)
         bar->setValue(bar->maximum());
-    if (moved >= MinSliceChars) {
-        const double cost = double(cpuElapsed()) / double(moved);
-        m_nanosecondsPerChar = std::clamp((m_nanosecondsPerChar + cost) / 2, 2.0, 1e6);
-    }
-    // The reserve shrinks a little with every slice that saw no copy, so a
-    // figure once too high does not hold the console back for good.
-    if (!copySeen)
-        m_copyNsPerChar *= 0.98;
+    m_budget.noteSlice(moved, cpuElapsed());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/PendingText.h"
+#include "widgets/SliceBudget.h"
 #include "widgets/TerminalText.h"
 
 #include <QElapsedTimer>
@@ -72,9 +73,6 @@ private:
     const QTextCharFormat &format(TerminalText::Style style);
     void scheduleFlush(int delayMs);
     void flushSlice();
-    // Learns from a cost that may have been the document copying its text;
-    // true when it was taken for one.
-    bool noteOneOffCost(qint64 nanoseconds);
     // Drops the oldest whole lines until the scrollback has room for so many
     // more lines and characters; true when the insertion point was in them
     // (it is then at the end).
@@ -92,10 +90,6 @@ private:
     QString m_liveText;       // what it shows
     bool m_liveStyled = false; // whether in other styles than the default
     QHash<TerminalText::Style, QTextCharFormat> m_formats;
-    // What moving one character into the document has cost lately, its
-    // share of the layout and of dropping old lines included.
-    double m_nanosecondsPerChar = 200;
-    // What the document's copying all its text costs, per character held.
-    double m_copyNsPerChar = 0;
+    SliceBudget m_budget;
     QTimer m_flushTimer;
 };
