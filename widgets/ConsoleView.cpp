@@ -8,21 +8,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ctime>
 
 namespace {
 // How much text a slice moves at most between two looks at the clock.
 constexpr qsizetype PieceChars = 16 * 1024;
-// What a slice learns from its costs is the processor time of this thread:
-// time the system gave other programs in between says nothing about what the
-// next slice will cost. The slice itself still ends by the clock on the wall.
-qint64 threadCpuNs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return qint64(now.tv_sec) * 1000000000 + now.tv_nsec;
-}
-
 // First flush after new text: short enough to feel immediate, long enough to
 // gather the many small chunks a busy tool writes into one layout pass.
 constexpr int GatherDelayMs = 15;
@@ -295,8 +284,10 @@ void ConsoleView::flushSlice()
 
     QElapsedTimer clock;
     clock.start();
-    const qint64 cpuStart = threadCpuNs();
-    const auto cpuElapsed = [cpuStart] { return threadCpuNs() - cpuStart; };
+    // The budget learns from the thread's processor time; the slice itself
+    // still ends by the clock on the wall.
+    const qint64 cpuStart = SliceBudget::threadCpuNs();
+    const auto cpuElapsed = [cpuStart] { return SliceBudget::threadCpuNs() - cpuStart; };
     const qint64 moveBudgetNs = m_budget.moveNs(document()->characterCount());
     const qsizetype allowance = m_budget.allowance(document()->characterCount());
     const qsizetype queuedBefore = m_queue.text().size();

@@ -1,6 +1,14 @@
 #include "widgets/SliceBudget.h"
 
 #include <algorithm>
+#include <ctime>
+
+qint64 SliceBudget::threadCpuNs()
+{
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return qint64(now.tv_sec) * 1000000000 + now.tv_nsec;
+}
 
 qint64 SliceBudget::moveNs(qsizetype documentCharacters) const
 {

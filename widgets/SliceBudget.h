@@ -20,8 +20,10 @@
 // that much of its time free. The reserve rises at once with a dearer copy
 // and shrinks slowly while none is seen.
 //
-// Costs are what the caller measured, in nanoseconds; nothing here reads a
-// clock.
+// Costs are what the caller measured, in nanoseconds, on threadCpuNs():
+// time the system gave other programs in between says nothing about what the
+// next slice will cost, and on a busy machine a wall clock would shrink the
+// slices for it. Nothing else here reads a clock.
 class SliceBudget
 {
 public:
@@ -34,6 +36,9 @@ public:
     // CopyMinCharacters, is taken for a copy of all its text.
     static constexpr qint64 CopySeenNs = 1500000;
     static constexpr qsizetype CopyMinCharacters = 64 * 1024;
+
+    // The processor time this thread has had.
+    static qint64 threadCpuNs();
 
     // The time the next slice may spend moving text, and the characters it
     // may move, with a document of so many characters.
