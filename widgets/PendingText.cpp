@@ -11,6 +11,7 @@ void PendingText::append(QStringView text, const QList<Run> &runs)
 {
     if (text.isEmpty())
         return;
+    compact();
     if (!runs.isEmpty() && m_runs.isEmpty() && !isEmpty()) {
         // Until now all of it was in the default style.
         m_runs.append({m_text.size() - m_start, 0});
@@ -75,7 +76,8 @@ void PendingText::dropFront(qsizetype length, Slice *into)
             m_runOffset = 0;
         }
     }
-    compact();
+    if (isEmpty())
+        clear();
 }
 
 void PendingText::trim()
@@ -96,12 +98,9 @@ void PendingText::trim()
 
 void PendingText::compact()
 {
-    if (isEmpty()) {
-        clear();
-        return;
-    }
     // Moving the rest down costs a copy; doing it only once the done part is
-    // the larger half keeps the cost per character constant.
+    // the larger half keeps the cost per character constant, and only before
+    // text is added, not while a slice takes piece after piece.
     if (m_start <= m_text.size() / 2)
         return;
     m_text.remove(0, m_start);
