@@ -18,6 +18,7 @@
 
 #include "platform/MemoryReuse.h"
 #include "widgets/ConsoleView.h"
+#include "widgets/SliceBudget.h"
 #include "workflow/AppController.h"
 #include "workflow/MainWindow.h"
 
@@ -31,7 +32,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <functional>
 
 namespace {
@@ -116,16 +116,6 @@ bool writeShape(const Shape &shape, const QString &path)
     return true;
 }
 
-// CPU time of this thread: a gap between two ticks in which the thread
-// itself worked long is a stall of ours; wall time alone also counts the
-// time other processes of a busy machine had the processor.
-qint64 threadCpuNs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return qint64(now.tv_sec) * 1000000000 + now.tv_nsec;
-}
-
 QString memoryLine(const char *key)
 {
     QFile status(QStringLiteral("/proc/self/status"));
@@ -198,7 +188,7 @@ int runShape(int index, qint64 megabytes)
     QObject::connect(&probe, &QTimer::timeout, [&] {
         longestStallNs = qMax(longestStallNs, sinceTick.nsecsElapsed());
         sinceTick.restart();
-        const qint64 cpu = threadCpuNs();
+        const qint64 cpu = SliceBudget::threadCpuNs();
         longestCpuStallNs = qMax(longestCpuStallNs, cpu - lastCpuNs);
         lastCpuNs = cpu;
     });
@@ -227,7 +217,7 @@ int runShape(int index, qint64 megabytes)
         if (runs++ < repeats) {
             clock.start();
             sinceTick.start();
-            lastCpuNs = threadCpuNs();
+            lastCpuNs = SliceBudget::threadCpuNs();
             stream(file);
             return;
         }
@@ -250,7 +240,7 @@ int runShape(int index, qint64 megabytes)
     QTimer::singleShot(200, [&] {
         clock.start();
         sinceTick.start();
-        lastCpuNs = threadCpuNs();
+        lastCpuNs = SliceBudget::threadCpuNs();
         probe.start();
         done.start();
         stream(empty);

@@ -8,41 +8,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ctime>
 
 namespace {
-// How long one slice may hold the event loop, and how much text it moves at
-// most between two looks at the clock. Much of a slice's cost comes after
-// the text is in: the document and the view take in the change at the end of
-// the edit, and the oldest lines go. So a slice moves as many characters as
-// the slices before it managed in their time, end included, and the clock
-// only guards against surprises. Together with the paint and the reading of
-// the child's output that share its turn of the event loop, a slice stays
-// within one frame.
-constexpr qint64 SliceBudgetNs = 8000000;
-constexpr qint64 MinMoveNs = 2000000;
+// How much text a slice moves at most between two looks at the clock.
 constexpr qsizetype PieceChars = 16 * 1024;
-constexpr qsizetype MinSliceChars = 1024;
-// Now and then the document copies all its text at once: it compacts its
-// buffer at the end of an edit once dropped lines fill it, and the buffer
-// grows by copying. That costs in proportion to what the console holds
-// (mostly fresh memory being touched: about 8 ns a character where it was
-// measured), and no slice can tell in advance which edit it falls in, so
-// every slice keeps that much of its time free. Cheaper copies, once seen,
-// make the reserve smaller.
-constexpr double InitialCopyNsPerChar = 8;
-// A one-off cost above this is taken for such a copy.
-constexpr qint64 CopySeenNs = 1500000;
-// What a slice learns from its costs is the processor time of this thread:
-// time the system gave other programs in between says nothing about what the
-// next slice will cost. The slice itself still ends by the clock on the wall.
-qint64 threadCpuNs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return qint64(now.tv_sec) * 1000000000 + now.tv_nsec;
-}
-
 // First flush after new text: short enough to feel immediate, long enough to
 // gather the many small chunks a busy tool writes into one layout pass.
 constexpr int GatherDelayMs = 15;
@@ -119,7 +88,6 @@ ConsoleView::ConsoleView(QWidget *parent) : QPlainTextEdit(parent)
     // over every dropped line and lays each one out first, which costs far
     // more than inserting it did.
     setLineWrapMode(QPlainTextEdit::WidgetWidth);
-    m_copyNsPerChar = InitialCopyNsPerChar;
     m_flushTimer.setSingleShot(true);
     connect(&m_flushTimer, &QTimer::timeout, this, &ConsoleView::flushSlice);
 }
@@ -139,7 +107,7 @@ QString ConsoleView::normalizedLineEnds(const QString &text)
 
 void ConsoleView::setString(const QString &text)
 {
-    clearQueue();
+    m_queue.clear();
     m_flushTimer.stop();
     m_endsWithCarriageReturn = false;
     m_terminal.reset();
@@ -157,8 +125,7 @@ void ConsoleView::insertText(const QString &text)
     // The line a tool was writing stays as it reads; this text follows it.
     m_terminal.detachLine();
     queueFinishedToolText();
-    queue(normalizedLineEnds(text), {});
-    trimPending();
+    m_queue.append(normalizedLineEnds(text));
     scheduleFlush(GatherDelayMs);
 }
 
@@ -169,7 +136,6 @@ void ConsoleView::insertToolOutput(const QString &text)
     m_endsWithCarriageReturn = false;
     m_terminal.write(text);
     queueFinishedToolText();
-    trimPending();
     scheduleFlush(GatherDelayMs);
 }
 
@@ -177,72 +143,21 @@ void ConsoleView::queueFinishedToolText()
 {
     if (!m_terminal.hasFinished())
         return;
-    queue(m_terminal.finishedText(), m_terminal.finishedRuns());
+    m_queue.append(m_terminal.finishedText(), m_terminal.finishedRuns());
     m_terminal.clearFinished();
 }
 
-void ConsoleView::queue(const QString &text, const QList<TerminalText::Run> &runs)
-{
-    if (!runs.isEmpty() && m_runs.isEmpty() && hasQueued()) {
-        // Until now all queued text was in the default style.
-        m_runs.append({m_pending.size() - m_pendingStart, 0});
-        m_runIndex = 0;
-        m_runOffset = 0;
-    }
-    if (!runs.isEmpty())
-        m_runs.append(runs);
-    else if (!m_runs.isEmpty())
-        m_runs.append({text.size(), 0});
-    m_pending.append(text);
-    m_pendingLines += text.count(u'\n');
-}
-
-void ConsoleView::clearQueue()
-{
-    m_pending.truncate(0); // its memory serves the next flood
-    m_pendingStart = 0;
-    m_pendingLines = 0;
-    m_runs.clear();
-    m_runIndex = 0;
-    m_runOffset = 0;
-}
-
-void ConsoleView::consume(qsizetype length, QTextCursor *insertAt)
-{
-    const QStringView text = QStringView(m_pending).mid(m_pendingStart, length);
-    m_pendingLines -= text.count(u'\n');
-    m_pendingStart += length;
-    if (m_runs.isEmpty()) {
-        if (insertAt)
-            insertAt->insertText(text.toString(), format(0));
-        return;
-    }
-    qsizetype at = 0;
-    while (at < length && m_runIndex < m_runs.size()) {
-        const TerminalText::Run &run = m_runs[m_runIndex];
-        const qsizetype take = std::min(run.length - m_runOffset, length - at);
-        if (insertAt)
-            insertAt->insertText(text.mid(at, take).toString(), format(run.style));
-        at += take;
-        m_runOffset += take;
-        if (m_runOffset == run.length) {
-            ++m_runIndex;
-            m_runOffset = 0;
-        }
-    }
-}
-
-void ConsoleView::insertRuns(QTextCursor &cursor, QStringView text,
+void ConsoleView::insertRuns(QTextCursor &cursor, const QString &text,
                              const QList<TerminalText::Run> &runs)
 {
     if (runs.isEmpty()) {
         if (!text.isEmpty())
-            cursor.insertText(text.toString(), format(0));
+            cursor.insertText(text, format(0));
         return;
     }
     qsizetype at = 0;
     for (const TerminalText::Run &run : runs) {
-        cursor.insertText(text.mid(at, run.length).toString(), format(run.style));
+        cursor.insertText(text.mid(at, run.length), format(run.style));
         at += run.length;
     }
 }
@@ -315,46 +230,6 @@ void ConsoleView::scheduleFlush(int delayMs)
         m_flushTimer.start(delayMs);
 }
 
-void ConsoleView::trimPending()
-{
-    // Lines beyond the scrollback would be dropped as soon as they were
-    // shown; dropping them while queued gives the same text for less work.
-    // The last, unfinished line does not count.
-    qsizetype cut = m_pendingStart;
-    if (m_pendingLines > ScrollbackLines) {
-        for (qsizetype excess = m_pendingLines - ScrollbackLines; excess > 0; --excess)
-            cut = m_pending.indexOf(u'\n', cut) + 1;
-    }
-    if (m_pending.size() - cut > ScrollbackCharacters) {
-        // At a line start, as the document drops whole lines too.
-        const qsizetype lineEnd = m_pending.indexOf(u'\n', m_pending.size() - ScrollbackCharacters);
-        if (lineEnd >= 0)
-            cut = lineEnd + 1;
-    }
-    if (cut == m_pendingStart)
-        return;
-    consume(cut - m_pendingStart, nullptr);
-    compactPending();
-}
-
-void ConsoleView::compactPending()
-{
-    // Moving the rest down costs a copy; doing it only once the done part is
-    // the larger half keeps the cost per character constant.
-    if (m_pendingStart > m_pending.size() / 2) {
-        m_pending.remove(0, m_pendingStart);
-        m_pendingStart = 0;
-        if (!m_runs.isEmpty()) {
-            m_runs.remove(0, m_runIndex);
-            m_runIndex = 0;
-            if (!m_runs.isEmpty()) {
-                m_runs.first().length -= m_runOffset;
-                m_runOffset = 0;
-            }
-        }
-    }
-}
-
 bool ConsoleView::dropOldestLines(qsizetype incomingLines, qsizetype incomingCharacters)
 {
     QTextDocument *doc = document();
@@ -394,17 +269,6 @@ bool ConsoleView::dropOldestLines(qsizetype incomingLines, qsizetype incomingCha
     return caretDropped;
 }
 
-bool ConsoleView::noteOneOffCost(qint64 nanoseconds)
-{
-    const int characters = document()->characterCount();
-    if (nanoseconds < CopySeenNs || characters < 64 * 1024)
-        return false;
-    const double perChar = double(nanoseconds) / double(characters);
-    // Up at once, down slowly: one cheap copy does not make the next one cheap.
-    m_copyNsPerChar = perChar > m_copyNsPerChar ? perChar : (3 * m_copyNsPerChar + perChar) / 4;
-    return true;
-}
-
 void ConsoleView::flushSlice()
 {
     if (!hasPending())
@@ -414,20 +278,19 @@ void ConsoleView::flushSlice()
 
     // An insertion point in a line that the queued text will push out of
     // the scrollback would lose that text at once; it goes to the end.
-    const qsizetype dropping = document()->blockCount() + m_pendingLines - ScrollbackLines;
+    const qsizetype dropping = document()->blockCount() + m_queue.lineCount() - ScrollbackLines;
     if (dropping > 0 && textCursor().blockNumber() < dropping)
         moveCursor(QTextCursor::End);
 
     QElapsedTimer clock;
     clock.start();
-    const qint64 cpuStart = threadCpuNs();
-    const auto cpuElapsed = [cpuStart] { return threadCpuNs() - cpuStart; };
-    bool copySeen = false;
-    const qint64 moveBudgetNs = std::max(
-        MinMoveNs, SliceBudgetNs - qint64(m_copyNsPerChar * double(document()->characterCount())));
-    const qsizetype allowance =
-        std::max(MinSliceChars, qsizetype(double(moveBudgetNs) / m_nanosecondsPerChar));
-    const qsizetype queuedBefore = m_pending.size() - m_pendingStart;
+    // The budget learns from the thread's processor time; the slice itself
+    // still ends by the clock on the wall.
+    const qint64 cpuStart = SliceBudget::threadCpuNs();
+    const auto cpuElapsed = [cpuStart] { return SliceBudget::threadCpuNs() - cpuStart; };
+    const qint64 moveBudgetNs = m_budget.moveNs(document()->characterCount());
+    const qsizetype allowance = m_budget.allowance(document()->characterCount());
+    const qsizetype queuedBefore = m_queue.text().size();
 
     // Room for what this slice brings is made first, as an edit of its own.
     // Every edit has the view lay out the lines it shows, so one drop per
@@ -442,9 +305,9 @@ void ConsoleView::flushSlice()
         qsizetype incomingCharacters = incoming;
         if (incoming == queuedBefore)
             incomingCharacters += m_terminal.currentLine().size();
-        dropOldestLines(QStringView(m_pending).mid(m_pendingStart, incoming).count(u'\n'),
+        dropOldestLines(m_queue.text().left(incoming).count(u'\n'),
                         incomingCharacters);
-        copySeen = noteOneOffCost(cpuElapsed());
+        m_budget.noteOneOffCost(cpuElapsed(), document()->characterCount());
     }
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
@@ -460,12 +323,12 @@ void ConsoleView::flushSlice()
         // Should the user have moved the insertion point away from it, it
         // stays as it was.
         if (cursor.position() == m_live.selectionEnd() && m_live.hasSelection()) {
-            if (!m_liveStyled && hasQueued()) {
-                if (m_runs.isEmpty() && QStringView(m_pending).mid(m_pendingStart).startsWith(m_liveText)) {
-                    consume(m_liveText.size(), nullptr);
+            if (!m_liveStyled && !m_queue.isEmpty()) {
+                if (!m_queue.isStyled() && m_queue.text().startsWith(m_liveText)) {
+                    m_queue.skip(m_liveText.size());
                     liveKept = m_liveText.size();
                 }
-            } else if (!m_liveStyled && !hasQueued() && m_terminal.currentLine().startsWith(m_liveText)
+            } else if (!m_liveStyled && m_queue.isEmpty() && m_terminal.currentLine().startsWith(m_liveText)
                        && m_terminal.currentRuns().isEmpty()) {
                 liveKept = m_liveText.size();
                 keptInLine = liveKept;
@@ -475,31 +338,23 @@ void ConsoleView::flushSlice()
         }
         m_liveShown = false;
     }
-    for (qsizetype sliced = 0; hasQueued() && sliced < allowance;) {
-        qsizetype length =
-            std::min({PieceChars, allowance - sliced, m_pending.size() - m_pendingStart});
-        // End the piece after a line feed when there is one, so a line is not
-        // laid out twice.
-        if (m_pendingStart + length < m_pending.size()) {
-            const qsizetype lineEnd = m_pending.lastIndexOf(u'\n', m_pendingStart + length - 1);
-            if (lineEnd >= m_pendingStart)
-                length = lineEnd + 1 - m_pendingStart;
-        }
+    for (qsizetype sliced = 0; !m_queue.isEmpty() && sliced < allowance;) {
         const qint64 pieceStart = cpuElapsed();
-        consume(length, &cursor);
+        const PendingText::Slice piece = m_queue.take(std::min(PieceChars, allowance - sliced));
+        insertRuns(cursor, piece.text, piece.runs);
+        const qsizetype length = piece.text.size();
         sliced += length;
-        const qint64 expected = qint64(m_nanosecondsPerChar * double(length));
-        copySeen |= noteOneOffCost(cpuElapsed() - pieceStart - expected);
+        m_budget.noteOneOffCost(cpuElapsed() - pieceStart - m_budget.expectedNs(length),
+                                document()->characterCount());
         if (clock.nsecsElapsed() >= moveBudgetNs)
             break;
     }
-    const qsizetype moved = queuedBefore - (m_pending.size() - m_pendingStart);
-    if (!hasQueued()) {
-        clearQueue();
+    const qsizetype moved = queuedBefore - m_queue.text().size();
+    if (m_queue.isEmpty()) {
         const int start = cursor.position() - int(keptInLine);
         const QString &line = m_terminal.currentLine();
         const QList<TerminalText::Run> runs = m_terminal.currentRuns();
-        insertRuns(cursor, QStringView(line).mid(keptInLine), runs);
+        insertRuns(cursor, line.mid(keptInLine), runs);
         m_liveText = line;
         m_liveStyled = !runs.isEmpty();
         m_terminal.clearLineChanged();
@@ -510,20 +365,11 @@ void ConsoleView::flushSlice()
     }
     const qint64 editEnd = cpuElapsed();
     cursor.endEditBlock();
-    copySeen |= noteOneOffCost(cpuElapsed() - editEnd);
+    m_budget.noteOneOffCost(cpuElapsed() - editEnd, document()->characterCount());
 
-    if (hasQueued()) {
-        compactPending();
+    if (!m_queue.isEmpty())
         scheduleFlush(SliceGapMs);
-    }
     if (followTail)
         bar->setValue(bar->maximum());
-    if (moved >= MinSliceChars) {
-        const double cost = double(cpuElapsed()) / double(moved);
-        m_nanosecondsPerChar = std::clamp((m_nanosecondsPerChar + cost) / 2, 2.0, 1e6);
-    }
-    // The reserve shrinks a little with every slice that saw no copy, so a
-    // figure once too high does not hold the console back for good.
-    if (!copySeen)
-        m_copyNsPerChar *= 0.98;
+    m_budget.noteSlice(moved, cpuElapsed());
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/PendingText.h"
+#include "widgets/SliceBudget.h"
 #include "widgets/TerminalText.h"
 
 #include <QElapsedTimer>
@@ -60,43 +62,24 @@ public:
 
     // Moves everything queued into the document now.
     void flushPending();
-    bool hasPending() const { return hasQueued() || m_terminal.lineChanged(); }
+    bool hasPending() const { return !m_queue.isEmpty() || m_terminal.lineChanged(); }
 
 protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    bool hasQueued() const { return m_pendingStart < m_pending.size(); }
-    void queue(const QString &text, const QList<TerminalText::Run> &runs);
     void queueFinishedToolText();
-    void clearQueue();
-    // Moves the queue's start on by length characters, handing each stretch
-    // of one style to insert (when given).
-    void consume(qsizetype length, QTextCursor *insertAt);
-    void insertRuns(QTextCursor &cursor, QStringView text, const QList<TerminalText::Run> &runs);
+    void insertRuns(QTextCursor &cursor, const QString &text, const QList<TerminalText::Run> &runs);
     const QTextCharFormat &format(TerminalText::Style style);
     void scheduleFlush(int delayMs);
     void flushSlice();
-    // Learns from a cost that may have been the document copying its text;
-    // true when it was taken for one.
-    bool noteOneOffCost(qint64 nanoseconds);
-    void trimPending();
-    void compactPending();
     // Drops the oldest whole lines until the scrollback has room for so many
     // more lines and characters; true when the insertion point was in them
     // (it is then at the end).
     bool dropOldestLines(qsizetype incomingLines = 0, qsizetype incomingCharacters = 0);
     QString normalizedLineEnds(const QString &text);
 
-    QString m_pending;               // queued text; the part before m_pendingStart is done
-    qsizetype m_pendingStart = 0;
-    qsizetype m_pendingLines = 0;    // line feeds in the queued part
-    // Styles of the queued text from m_pendingStart on, as runs; empty while
-    // it is all in the default style. m_runOffset characters of the first
-    // run (at m_runIndex) are done.
-    QList<TerminalText::Run> m_runs;
-    qsizetype m_runIndex = 0;
-    qsizetype m_runOffset = 0;
+    PendingText m_queue{ScrollbackLines, ScrollbackCharacters};
     bool m_endsWithCarriageReturn = false;
 
     TerminalText m_terminal;
@@ -107,10 +90,6 @@ private:
     QString m_liveText;       // what it shows
     bool m_liveStyled = false; // whether in other styles than the default
     QHash<TerminalText::Style, QTextCharFormat> m_formats;
-    // What moving one character into the document has cost lately, its
-    // share of the layout and of dropping old lines included.
-    double m_nanosecondsPerChar = 200;
-    // What the document's copying all its text costs, per character held.
-    double m_copyNsPerChar = 0;
+    SliceBudget m_budget;
     QTimer m_flushTimer;
 };
