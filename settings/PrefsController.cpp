@@ -34,7 +34,7 @@ Qt::CheckState checkStateOf(int value)
 } // namespace
 
 PrefsController::PrefsController(QWidget *mainWindow, QObject *parent)
-    : QObject(parent), mainWindow(mainWindow), m_ui(new Ui::Preferences)
+    : QObject(parent), mainWindow(mainWindow), m_ui(std::make_unique<Ui::Preferences>())
 {
     // A child window of the main window, so closing the main window alone
     // still ends the application.
@@ -113,8 +113,10 @@ PrefsController::PrefsController(QWidget *mainWindow, QObject *parent)
 
 PrefsController::~PrefsController()
 {
-    delete m_window.data();
-    delete m_ui;
+    // The main window owns its child windows; without one nothing else
+    // would free it.
+    if (m_window && !m_window->parentWidget())
+        delete m_window.data();
 }
 
 void PrefsController::awakeFromNib()

@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QString>
 
+#include <memory>
+
 class AlertSheet;
 class Popover;
 class QAction;
@@ -102,6 +104,6 @@ private:
     void openFolderChooser(PathRules::Folder which);
     static QString settingChangedText(int count);
 
-    Ui::Preferences *m_ui = nullptr;
-    QPointer<QMainWindow> m_window;  // deleted with the main window, or here
+    std::unique_ptr<Ui::Preferences> m_ui;
+    QPointer<QMainWindow> m_window; // deleted with the main window, or here
 };

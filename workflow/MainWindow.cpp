@@ -2,12 +2,10 @@
 
 #include "ui_MainWindow.h"
 
-MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), m_ui(new Ui::MainWindow)
+MainWindow::MainWindow(QWidget *parent)
+    : QMainWindow(parent), m_ui(std::make_unique<Ui::MainWindow>())
 {
     m_ui->setupUi(this);
 }
 
-MainWindow::~MainWindow()
-{
-    delete m_ui;
-}
+MainWindow::~MainWindow() = default;

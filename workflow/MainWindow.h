@@ -2,6 +2,8 @@
 
 #include <QMainWindow>
 
+#include <memory>
+
 namespace Ui {
 class MainWindow;
 }
@@ -16,8 +18,8 @@ public:
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 
-    Ui::MainWindow *ui() const { return m_ui; }
+    Ui::MainWindow *ui() const { return m_ui.get(); }
 
 private:
-    Ui::MainWindow *m_ui;
+    std::unique_ptr<Ui::MainWindow> m_ui;
 };

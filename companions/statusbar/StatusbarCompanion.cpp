@@ -45,8 +45,6 @@ StatusbarCompanion::~StatusbarCompanion()
     // The channel outlives the menu; a connection it closes on its way out
     // must not reach the menu's actions, which are gone by then.
     disconnect(&m_channel, nullptr, this, nullptr);
-    // The icon refers to the menu; it goes first.
-    delete m_tray;
 }
 
 bool StatusbarCompanion::start()
@@ -56,13 +54,13 @@ bool StatusbarCompanion::start()
     if (m_options.headless)
         return true;
 
-    m_tray = new QSystemTrayIcon(AppIcons::companion(), this);
+    m_tray = std::make_unique<QSystemTrayIcon>(AppIcons::companion());
     m_tray->setContextMenu(m_menu.get());
     m_tray->setToolTip(m_toolTip);
 #ifndef Q_OS_MACOS
     // Most Linux trays only open the menu on a right click; a left click is
     // what users try first.
-    connect(m_tray, &QSystemTrayIcon::activated, this,
+    connect(m_tray.get(), &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
                 if (reason == QSystemTrayIcon::Trigger)
                     m_menu->popup(QCursor::pos());

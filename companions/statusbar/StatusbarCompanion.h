@@ -46,6 +46,7 @@ private:
     std::unique_ptr<QMenu> m_menu;
     QAction *m_statusAction = nullptr;
     QAction *m_statusSeparator = nullptr;
-    QSystemTrayIcon *m_tray = nullptr;
+    // Declared after the menu it refers to, so it goes first.
+    std::unique_ptr<QSystemTrayIcon> m_tray;
     QString m_toolTip;
 };
