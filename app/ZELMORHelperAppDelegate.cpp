@@ -251,6 +251,8 @@ void ZELMORHelperAppDelegate::loadFirstLaunchWindow()
     connect(sheet, &QDialog::finished, this, &ZELMORHelperAppDelegate::alertDidEndForFirstLaunch);
     firstLaunchWindow = sheet;
     awakeFromNib();
+    // The title bar repeats the heading, so translators see the text once.
+    sheet->setWindowTitle(ui.firstTitle->text());
 }
 
 void ZELMORHelperAppDelegate::firstLaunch()
@@ -317,6 +319,7 @@ void ZELMORHelperAppDelegate::loadWizardWindow()
     connect(help, &QToolButton::clicked, this, [this, help] { iniHelp(help); });
     wizardWindow = sheet;
     awakeFromNib();
+    sheet->setWindowTitle(ui.wizardTitle->text());
 }
 
 void ZELMORHelperAppDelegate::wizard()

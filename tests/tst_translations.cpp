@@ -10,6 +10,7 @@
 #include "workflow/AppController.h"
 #include "workflow/MainWindow.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
@@ -65,6 +66,76 @@ QStringList placeholders(const QString &text)
         found << match.captured();
     found.sort();
     return found;
+}
+
+struct InterfaceFile
+{
+    QString context;                 // its class, under which lupdate files its texts
+    QStringList translatedShortcuts; // key sequences left to translators
+};
+
+InterfaceFile readUi(const QString &path)
+{
+    InterfaceFile ui;
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    QXmlStreamReader xml(&file);
+    bool inShortcut = false;
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (xml.name() == u"class" && ui.context.isEmpty()) {
+            ui.context = xml.readElementText();
+        } else if (xml.name() == u"property") {
+            inShortcut = xml.attributes().value("name") == u"shortcut";
+        } else if (xml.name() == u"string" && inShortcut) {
+            inShortcut = false;
+            if (xml.attributes().value("notr") != u"true")
+                ui.translatedShortcuts << xml.readElementText();
+        }
+    }
+    return ui;
+}
+
+// Every text a user can read in a window and its menus: titles, labels,
+// buttons, menu items, and what a screen reader or a tooltip says.
+QStringList shownTexts(QWidget *window)
+{
+    QStringList texts{window->windowTitle()};
+    QList<QWidget *> widgets = window->findChildren<QWidget *>();
+    widgets << window;
+    for (QWidget *w : widgets) {
+        if (w->window() != window)
+            continue; // a window of its own, listed by itself
+        texts << w->accessibleName() << w->toolTip();
+        if (auto *label = qobject_cast<QLabel *>(w))
+            texts << label->text();
+        else if (auto *button = qobject_cast<QAbstractButton *>(w))
+            texts << button->text();
+        else if (auto *menu = qobject_cast<QMenu *>(w))
+            texts << menu->title();
+    }
+    for (QAction *action : window->findChildren<QAction *>())
+        texts << action->text();
+    for (QString &text : texts)
+        text.remove('&'); // mnemonics
+    texts.removeAll(QString());
+    return texts;
+}
+
+// Starts the application as a German user does, from a bundle without
+// companions (starting them fails quietly). Returns the language installed.
+QString startInGerman(ApplicationShell &shell, const QTemporaryDir &bundle)
+{
+    Bundle::setMainBundlePath(bundle.path() + "/ZELMOR Helper.app");
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    const QString language = installTranslator();
+    QLocale::setDefault(QLocale::system());
+    shell.start();
+    // The sheets come with the finished launch.
+    if (!QSignalSpy(&shell, &ApplicationShell::launchFinished).wait())
+        return QStringLiteral("(launch did not finish)");
+    return language;
 }
 
 } // namespace
@@ -135,6 +206,57 @@ private slots:
         QVERIFY2(problems.isEmpty(), qPrintable("\n" + problems.join('\n')));
     }
 
+    // A text that both an interface file and the code set is translated once,
+    // where the code sets it: the file's copy is marked notr="true", since the
+    // code's text replaces it anyway. Key sequences are not translated at
+    // all; Qt names the keys in the user's language itself.
+    void noTextIsTranslatedTwice()
+    {
+        // The same words in other places, where they may need other words in
+        // another language.
+        static const QMultiHash<QString, QString> ownPlaces{
+            // the about window's title, not the menu command
+            {"About", "About ZELMOR Helper"},
+            // the component installer's own window
+            {"Installer", "Cancel"},
+            {"Installer", "Close"},
+            {"Installer", "Copy"},
+            {"Installer", "Location"}};
+
+        const QDir resources(QStringLiteral(ZELMOR_SOURCE_DIR "/resources"));
+        QSet<QString> interfaceContexts;
+        QStringList problems;
+        for (const QFileInfo &file : resources.entryInfoList({"*.ui"}, QDir::Files)) {
+            const InterfaceFile ui = readUi(file.filePath());
+            QVERIFY2(!ui.context.isEmpty(), qPrintable(file.fileName()));
+            interfaceContexts.insert(ui.context);
+            for (const QString &keys : ui.translatedShortcuts)
+                problems << QStringLiteral("%1: the shortcut \"%2\" is translatable")
+                                .arg(file.fileName(), keys);
+        }
+        bool keysOnly = false;
+        const QList<Entry> entries =
+            readTs(resources.filePath("translations/zelmorhelper_en.ts"), &keysOnly);
+        QVERIFY(keysOnly && !entries.isEmpty());
+        QMultiHash<QString, QString> contextsOf; // source -> contexts in code
+        for (const Entry &e : entries) {
+            if (!interfaceContexts.contains(e.context))
+                contextsOf.insert(e.source, e.context);
+        }
+        for (const Entry &e : entries) {
+            if (!interfaceContexts.contains(e.context) || ownPlaces.contains(e.context, e.source))
+                continue;
+            const QStringList inCode = contextsOf.values(e.source);
+            if (!inCode.isEmpty())
+                problems << QStringLiteral("\"%1\" is translated under %2 and under %3")
+                                .arg(e.source, e.context, inCode.join(", "));
+        }
+        // One line each: a long list would be cut short in a failure message.
+        for (const QString &problem : std::as_const(problems))
+            qWarning("%s", qPrintable(problem));
+        QVERIFY2(problems.isEmpty(), qPrintable(QString::number(problems.size()) + " problems"));
+    }
+
     // The machine's language does not leak into the tests, which all expect
     // the English texts; the application, though, speaks German to a German.
     void theApplicationStartsInGerman()
@@ -143,14 +265,9 @@ private slots:
         QVERIFY(language.isEmpty() || language == "en");
         QCOMPARE(AppController::tr("Perform"), QString("Perform"));
 
-        QTemporaryDir bundle; // no companions in it: starting them fails quietly
-        Bundle::setMainBundlePath(bundle.path() + "/ZELMOR Helper.app");
-        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-        QCOMPARE(installTranslator(), QString("de"));
-        QLocale::setDefault(QLocale::system());
+        QTemporaryDir bundle;
         ApplicationShell shell;
-        shell.start();
-        QVERIFY(QSignalSpy(&shell, &ApplicationShell::launchFinished).wait());
+        QCOMPARE(startInGerman(shell, bundle), QString("de"));
         Ui::MainWindow *ui = shell.window()->ui();
         // As shown: the mnemonics are placed on the translated texts.
         QCOMPARE(ui->menuEdit->title().remove('&'), QString("Bearbeiten"));
@@ -173,6 +290,38 @@ private slots:
         const QString console = controller->outputField->string();
         QVERIFY2(console.startsWith("\nDateien werden geprüft...\n"), qPrintable(console));
         QVERIFY2(console.contains("Fehlgeschlagen.\nFehler: "), qPrintable(console));
+    }
+
+    // What a German user sees in every window, the sheets and menus included:
+    // no English text where German has other words.
+    void everyWindowShowsGerman()
+    {
+        QTemporaryDir bundle;
+        ApplicationShell shell;
+        QCOMPARE(startInGerman(shell, bundle), QString("de"));
+        AppController *controller = shell.controller();
+        QCOMPARE(shell.delegate()->firstLaunchWindow->windowTitle(), QString("Willkommen"));
+        shell.delegate()->closeFirstLaunch();
+        QVERIFY(shell.delegate()->wizardWindow);
+        QCOMPARE(shell.delegate()->wizardWindow->windowTitle(), QString("Ersteinrichtung"));
+        controller->showPrefs();
+        controller->aboutApp();
+        QHash<QString, QString> german;
+        bool keysOnly = false;
+        for (const Entry &e :
+             readTs(QStringLiteral(ZELMOR_SOURCE_DIR "/resources/translations/zelmorhelper_de.ts"),
+                    &keysOnly)) {
+            if (e.translation != e.source)
+                german.insert(e.source, e.translation);
+        }
+        QStringList english;
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            for (const QString &text : shownTexts(window)) {
+                if (german.contains(text))
+                    english << QStringLiteral("%1: \"%2\"").arg(window->objectName(), text);
+            }
+        }
+        QVERIFY2(english.isEmpty(), qPrintable("\n" + english.join('\n')));
     }
 };
 

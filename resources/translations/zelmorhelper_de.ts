@@ -8,10 +8,6 @@
         <translation>Über ZELMOR Helper</translation>
     </message>
     <message>
-        <source>ZELMOR Helper</source>
-        <translation>ZELMOR Helper</translation>
-    </message>
-    <message>
         <source>Fetches, updates and compiles the source codes of ZELMOR on your own machine.</source>
         <translation>Lädt, aktualisiert und kompiliert den Quellcode von ZELMOR auf Ihrem eigenen Rechner.</translation>
     </message>
@@ -532,154 +528,6 @@
 <context>
     <name>MainWindow</name>
     <message>
-        <source>ZELMOR Helper</source>
-        <translation>ZELMOR Helper</translation>
-    </message>
-    <message>
-        <source>Perform</source>
-        <translation>Ausführen</translation>
-    </message>
-    <message>
-        <source>ZELMOR</source>
-        <translation>ZELMOR</translation>
-    </message>
-    <message>
-        <source>Edit</source>
-        <translation>Bearbeiten</translation>
-    </message>
-    <message>
-        <source>Find</source>
-        <translation>Suchen</translation>
-    </message>
-    <message>
-        <source>Window</source>
-        <translation>Fenster</translation>
-    </message>
-    <message>
-        <source>About ZELMOR Helper</source>
-        <translation>Über ZELMOR Helper</translation>
-    </message>
-    <message>
-        <source>Re-launch ZELMOR Helper</source>
-        <translation>ZELMOR Helper neu starten</translation>
-    </message>
-    <message>
-        <source>Launch ZELMOR Helper Statusbar App</source>
-        <translation>ZELMOR Helper Statusbar App starten</translation>
-    </message>
-    <message>
-        <source>Install Essentials</source>
-        <translation>Benötigte Komponenten installieren</translation>
-    </message>
-    <message>
-        <source>Preferences...</source>
-        <translation>Einstellungen...</translation>
-    </message>
-    <message>
-        <source>Ctrl+,</source>
-        <translation>Ctrl+,</translation>
-    </message>
-    <message>
-        <source>Hide ZELMOR Helper</source>
-        <translation>ZELMOR Helper ausblenden</translation>
-    </message>
-    <message>
-        <source>Ctrl+H</source>
-        <translation>Ctrl+H</translation>
-    </message>
-    <message>
-        <source>Hide Others</source>
-        <translation>Andere ausblenden</translation>
-    </message>
-    <message>
-        <source>Ctrl+Alt+H</source>
-        <translation>Ctrl+Alt+H</translation>
-    </message>
-    <message>
-        <source>Show All</source>
-        <translation>Alle einblenden</translation>
-    </message>
-    <message>
-        <source>Quit ZELMOR Helper</source>
-        <translation>ZELMOR Helper beenden</translation>
-    </message>
-    <message>
-        <source>Ctrl+Q</source>
-        <translation>Ctrl+Q</translation>
-    </message>
-    <message>
-        <source>Copy</source>
-        <translation>Kopieren</translation>
-    </message>
-    <message>
-        <source>Ctrl+C</source>
-        <translation>Ctrl+C</translation>
-    </message>
-    <message>
-        <source>Select All</source>
-        <translation>Alles auswählen</translation>
-    </message>
-    <message>
-        <source>Ctrl+A</source>
-        <translation>Ctrl+A</translation>
-    </message>
-    <message>
-        <source>Find...</source>
-        <translation>Suchen...</translation>
-    </message>
-    <message>
-        <source>Ctrl+F</source>
-        <translation>Ctrl+F</translation>
-    </message>
-    <message>
-        <source>Find Next</source>
-        <translation>Nächstes suchen</translation>
-    </message>
-    <message>
-        <source>Ctrl+G</source>
-        <translation>Ctrl+G</translation>
-    </message>
-    <message>
-        <source>Find Previous</source>
-        <translation>Vorheriges suchen</translation>
-    </message>
-    <message>
-        <source>Ctrl+Shift+G</source>
-        <translation>Ctrl+Shift+G</translation>
-    </message>
-    <message>
-        <source>Use Selection for Find</source>
-        <translation>Auswahl für Suche verwenden</translation>
-    </message>
-    <message>
-        <source>Ctrl+E</source>
-        <translation>Ctrl+E</translation>
-    </message>
-    <message>
-        <source>Jump to Selection</source>
-        <translation>Zur Auswahl springen</translation>
-    </message>
-    <message>
-        <source>Ctrl+J</source>
-        <translation>Ctrl+J</translation>
-    </message>
-    <message>
-        <source>Minimize</source>
-        <translation>Minimieren</translation>
-    </message>
-    <message>
-        <source>Ctrl+M</source>
-        <translation>Ctrl+M</translation>
-    </message>
-    <message>
-        <source>Zoom</source>
-        <translation>Zoomen</translation>
-    </message>
-    <message>
-        <source>Bring All to Front</source>
-        <translation>Alle nach vorne bringen</translation>
-    </message>
-    <message>
         <source>Operation</source>
         <translation>Vorgang</translation>
     </message>
@@ -1134,47 +982,15 @@
 <context>
     <name>firstLaunch</name>
     <message>
-        <source>Welcome</source>
-        <translation>Willkommen</translation>
-    </message>
-    <message>
         <source>Try Wizard</source>
         <translation>Assistenten ausprobieren</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
     </message>
 </context>
 <context>
     <name>wizard</name>
     <message>
-        <source>Initialization</source>
-        <translation>Ersteinrichtung</translation>
-    </message>
-    <message>
-        <source>Workspace</source>
-        <translation>Arbeitsordner</translation>
-    </message>
-    <message>
-        <source>Select</source>
-        <translation>Auswählen</translation>
-    </message>
-    <message>
-        <source>Output</source>
-        <translation>Ausgabeordner</translation>
-    </message>
-    <message>
         <source>Help</source>
         <translation>Hilfe</translation>
-    </message>
-    <message>
-        <source>?</source>
-        <translation>?</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
     </message>
     <message>
         <source>The workspace keeps the source codes of ZELMOR; it is also where ZELMOR is compiled. The output folder receives the compiled ZELMOR and its assets. A folder named ZELMOR is created in the folder you select, and the output goes into its Output folder.</source>

@@ -8,10 +8,6 @@
         <translation>Acerca de ZELMOR Helper</translation>
     </message>
     <message>
-        <source>ZELMOR Helper</source>
-        <translation>ZELMOR Helper</translation>
-    </message>
-    <message>
         <source>Fetches, updates and compiles the source codes of ZELMOR on your own machine.</source>
         <translation>Descarga, actualiza y compila el código fuente de ZELMOR en su propio equipo.</translation>
     </message>
@@ -532,154 +528,6 @@
 <context>
     <name>MainWindow</name>
     <message>
-        <source>ZELMOR Helper</source>
-        <translation>ZELMOR Helper</translation>
-    </message>
-    <message>
-        <source>Perform</source>
-        <translation>Ejecutar</translation>
-    </message>
-    <message>
-        <source>ZELMOR</source>
-        <translation>ZELMOR</translation>
-    </message>
-    <message>
-        <source>Edit</source>
-        <translation>Edición</translation>
-    </message>
-    <message>
-        <source>Find</source>
-        <translation>Buscar</translation>
-    </message>
-    <message>
-        <source>Window</source>
-        <translation>Ventana</translation>
-    </message>
-    <message>
-        <source>About ZELMOR Helper</source>
-        <translation>Acerca de ZELMOR Helper</translation>
-    </message>
-    <message>
-        <source>Re-launch ZELMOR Helper</source>
-        <translation>Reiniciar ZELMOR Helper</translation>
-    </message>
-    <message>
-        <source>Launch ZELMOR Helper Statusbar App</source>
-        <translation>Abrir ZELMOR Helper Statusbar App</translation>
-    </message>
-    <message>
-        <source>Install Essentials</source>
-        <translation>Instalar los componentes necesarios</translation>
-    </message>
-    <message>
-        <source>Preferences...</source>
-        <translation>Preferencias...</translation>
-    </message>
-    <message>
-        <source>Ctrl+,</source>
-        <translation>Ctrl+,</translation>
-    </message>
-    <message>
-        <source>Hide ZELMOR Helper</source>
-        <translation>Ocultar ZELMOR Helper</translation>
-    </message>
-    <message>
-        <source>Ctrl+H</source>
-        <translation>Ctrl+H</translation>
-    </message>
-    <message>
-        <source>Hide Others</source>
-        <translation>Ocultar otros</translation>
-    </message>
-    <message>
-        <source>Ctrl+Alt+H</source>
-        <translation>Ctrl+Alt+H</translation>
-    </message>
-    <message>
-        <source>Show All</source>
-        <translation>Mostrar todo</translation>
-    </message>
-    <message>
-        <source>Quit ZELMOR Helper</source>
-        <translation>Salir de ZELMOR Helper</translation>
-    </message>
-    <message>
-        <source>Ctrl+Q</source>
-        <translation>Ctrl+Q</translation>
-    </message>
-    <message>
-        <source>Copy</source>
-        <translation>Copiar</translation>
-    </message>
-    <message>
-        <source>Ctrl+C</source>
-        <translation>Ctrl+C</translation>
-    </message>
-    <message>
-        <source>Select All</source>
-        <translation>Seleccionar todo</translation>
-    </message>
-    <message>
-        <source>Ctrl+A</source>
-        <translation>Ctrl+A</translation>
-    </message>
-    <message>
-        <source>Find...</source>
-        <translation>Buscar...</translation>
-    </message>
-    <message>
-        <source>Ctrl+F</source>
-        <translation>Ctrl+F</translation>
-    </message>
-    <message>
-        <source>Find Next</source>
-        <translation>Buscar siguiente</translation>
-    </message>
-    <message>
-        <source>Ctrl+G</source>
-        <translation>Ctrl+G</translation>
-    </message>
-    <message>
-        <source>Find Previous</source>
-        <translation>Buscar anterior</translation>
-    </message>
-    <message>
-        <source>Ctrl+Shift+G</source>
-        <translation>Ctrl+Shift+G</translation>
-    </message>
-    <message>
-        <source>Use Selection for Find</source>
-        <translation>Buscar la selección</translation>
-    </message>
-    <message>
-        <source>Ctrl+E</source>
-        <translation>Ctrl+E</translation>
-    </message>
-    <message>
-        <source>Jump to Selection</source>
-        <translation>Ir a la selección</translation>
-    </message>
-    <message>
-        <source>Ctrl+J</source>
-        <translation>Ctrl+J</translation>
-    </message>
-    <message>
-        <source>Minimize</source>
-        <translation>Minimizar</translation>
-    </message>
-    <message>
-        <source>Ctrl+M</source>
-        <translation>Ctrl+M</translation>
-    </message>
-    <message>
-        <source>Zoom</source>
-        <translation>Zoom</translation>
-    </message>
-    <message>
-        <source>Bring All to Front</source>
-        <translation>Traer todo al frente</translation>
-    </message>
-    <message>
         <source>Operation</source>
         <translation>Operación</translation>
     </message>
@@ -1134,47 +982,15 @@
 <context>
     <name>firstLaunch</name>
     <message>
-        <source>Welcome</source>
-        <translation>Bienvenido</translation>
-    </message>
-    <message>
         <source>Try Wizard</source>
         <translation>Probar el asistente</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>Aceptar</translation>
     </message>
 </context>
 <context>
     <name>wizard</name>
     <message>
-        <source>Initialization</source>
-        <translation>Inicialización</translation>
-    </message>
-    <message>
-        <source>Workspace</source>
-        <translation>Carpeta de trabajo</translation>
-    </message>
-    <message>
-        <source>Select</source>
-        <translation>Seleccionar</translation>
-    </message>
-    <message>
-        <source>Output</source>
-        <translation>Carpeta de salida</translation>
-    </message>
-    <message>
         <source>Help</source>
         <translation>Ayuda</translation>
-    </message>
-    <message>
-        <source>?</source>
-        <translation>?</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>Aceptar</translation>
     </message>
     <message>
         <source>The workspace keeps the source codes of ZELMOR; it is also where ZELMOR is compiled. The output folder receives the compiled ZELMOR and its assets. A folder named ZELMOR is created in the folder you select, and the output goes into its Output folder.</source>

@@ -8,10 +8,6 @@
         <translation>À propos de ZELMOR Helper</translation>
     </message>
     <message>
-        <source>ZELMOR Helper</source>
-        <translation>ZELMOR Helper</translation>
-    </message>
-    <message>
         <source>Fetches, updates and compiles the source codes of ZELMOR on your own machine.</source>
         <translation>Télécharge, met à jour et compile le code source de ZELMOR sur votre propre ordinateur.</translation>
     </message>
@@ -532,154 +528,6 @@
 <context>
     <name>MainWindow</name>
     <message>
-        <source>ZELMOR Helper</source>
-        <translation>ZELMOR Helper</translation>
-    </message>
-    <message>
-        <source>Perform</source>
-        <translation>Exécuter</translation>
-    </message>
-    <message>
-        <source>ZELMOR</source>
-        <translation>ZELMOR</translation>
-    </message>
-    <message>
-        <source>Edit</source>
-        <translation>Édition</translation>
-    </message>
-    <message>
-        <source>Find</source>
-        <translation>Rechercher</translation>
-    </message>
-    <message>
-        <source>Window</source>
-        <translation>Fenêtre</translation>
-    </message>
-    <message>
-        <source>About ZELMOR Helper</source>
-        <translation>À propos de ZELMOR Helper</translation>
-    </message>
-    <message>
-        <source>Re-launch ZELMOR Helper</source>
-        <translation>Relancer ZELMOR Helper</translation>
-    </message>
-    <message>
-        <source>Launch ZELMOR Helper Statusbar App</source>
-        <translation>Lancer ZELMOR Helper Statusbar App</translation>
-    </message>
-    <message>
-        <source>Install Essentials</source>
-        <translation>Installer les composants requis</translation>
-    </message>
-    <message>
-        <source>Preferences...</source>
-        <translation>Préférences...</translation>
-    </message>
-    <message>
-        <source>Ctrl+,</source>
-        <translation>Ctrl+,</translation>
-    </message>
-    <message>
-        <source>Hide ZELMOR Helper</source>
-        <translation>Masquer ZELMOR Helper</translation>
-    </message>
-    <message>
-        <source>Ctrl+H</source>
-        <translation>Ctrl+H</translation>
-    </message>
-    <message>
-        <source>Hide Others</source>
-        <translation>Masquer les autres</translation>
-    </message>
-    <message>
-        <source>Ctrl+Alt+H</source>
-        <translation>Ctrl+Alt+H</translation>
-    </message>
-    <message>
-        <source>Show All</source>
-        <translation>Tout afficher</translation>
-    </message>
-    <message>
-        <source>Quit ZELMOR Helper</source>
-        <translation>Quitter ZELMOR Helper</translation>
-    </message>
-    <message>
-        <source>Ctrl+Q</source>
-        <translation>Ctrl+Q</translation>
-    </message>
-    <message>
-        <source>Copy</source>
-        <translation>Copier</translation>
-    </message>
-    <message>
-        <source>Ctrl+C</source>
-        <translation>Ctrl+C</translation>
-    </message>
-    <message>
-        <source>Select All</source>
-        <translation>Tout sélectionner</translation>
-    </message>
-    <message>
-        <source>Ctrl+A</source>
-        <translation>Ctrl+A</translation>
-    </message>
-    <message>
-        <source>Find...</source>
-        <translation>Rechercher...</translation>
-    </message>
-    <message>
-        <source>Ctrl+F</source>
-        <translation>Ctrl+F</translation>
-    </message>
-    <message>
-        <source>Find Next</source>
-        <translation>Rechercher le suivant</translation>
-    </message>
-    <message>
-        <source>Ctrl+G</source>
-        <translation>Ctrl+G</translation>
-    </message>
-    <message>
-        <source>Find Previous</source>
-        <translation>Rechercher le précédent</translation>
-    </message>
-    <message>
-        <source>Ctrl+Shift+G</source>
-        <translation>Ctrl+Shift+G</translation>
-    </message>
-    <message>
-        <source>Use Selection for Find</source>
-        <translation>Rechercher la sélection</translation>
-    </message>
-    <message>
-        <source>Ctrl+E</source>
-        <translation>Ctrl+E</translation>
-    </message>
-    <message>
-        <source>Jump to Selection</source>
-        <translation>Aller à la sélection</translation>
-    </message>
-    <message>
-        <source>Ctrl+J</source>
-        <translation>Ctrl+J</translation>
-    </message>
-    <message>
-        <source>Minimize</source>
-        <translation>Réduire</translation>
-    </message>
-    <message>
-        <source>Ctrl+M</source>
-        <translation>Ctrl+M</translation>
-    </message>
-    <message>
-        <source>Zoom</source>
-        <translation>Zoom</translation>
-    </message>
-    <message>
-        <source>Bring All to Front</source>
-        <translation>Tout ramener au premier plan</translation>
-    </message>
-    <message>
         <source>Operation</source>
         <translation>Opération</translation>
     </message>
@@ -1134,47 +982,15 @@
 <context>
     <name>firstLaunch</name>
     <message>
-        <source>Welcome</source>
-        <translation>Bienvenue</translation>
-    </message>
-    <message>
         <source>Try Wizard</source>
         <translation>Essayer l&apos;assistant</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
     </message>
 </context>
 <context>
     <name>wizard</name>
     <message>
-        <source>Initialization</source>
-        <translation>Initialisation</translation>
-    </message>
-    <message>
-        <source>Workspace</source>
-        <translation>Dossier de travail</translation>
-    </message>
-    <message>
-        <source>Select</source>
-        <translation>Choisir</translation>
-    </message>
-    <message>
-        <source>Output</source>
-        <translation>Dossier de sortie</translation>
-    </message>
-    <message>
         <source>Help</source>
         <translation>Aide</translation>
-    </message>
-    <message>
-        <source>?</source>
-        <translation>?</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
     </message>
     <message>
         <source>The workspace keeps the source codes of ZELMOR; it is also where ZELMOR is compiled. The output folder receives the compiled ZELMOR and its assets. A folder named ZELMOR is created in the folder you select, and the output goes into its Output folder.</source>
