@@ -24,8 +24,6 @@ MessageBar::MessageBar(QWidget *parent)
     // stays readable in light and dark schemes alike.
     setBackgroundRole(QPalette::AlternateBase);
 
-    const int iconSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    m_icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iconSize));
     m_icon->setAlignment(Qt::AlignTop);
     m_text->setWordWrap(true);
     m_text->setTextFormat(Qt::PlainText);
@@ -38,7 +36,6 @@ MessageBar::MessageBar(QWidget *parent)
     m_detail->setForegroundRole(QPalette::PlaceholderText);
 
     m_close->setAutoRaise(true);
-    m_close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     m_close->setFocusPolicy(Qt::StrongFocus);
 
     auto *texts = new QVBoxLayout;
@@ -61,6 +58,14 @@ MessageBar::MessageBar(QWidget *parent)
 
 void MessageBar::showMessage(const QString &text, const QString &detail, const QString &actionTitle)
 {
+    // The icons come from the desktop's icon theme, whose first lookup
+    // takes milliseconds a start-up should not spend on a bar it may never
+    // show.
+    if (m_icon->pixmap().isNull()) {
+        const int iconSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
+        m_icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iconSize));
+        m_close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    }
     m_text->setText(text);
     m_detail->setText(detail);
     m_detail->setVisible(!detail.isEmpty());
