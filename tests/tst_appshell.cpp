@@ -84,6 +84,11 @@ private slots:
                          "org.zelmor.test.Installer",
                          "echo started >> '" + m_installerMarker.toUtf8() + "'\n");
         Bundle::setMainBundlePath(m_bundle);
+        // Checkouts as far as the checks look: one listing a module, one not.
+        QVERIFY(QDir().mkpath(modulesWorkspace() + "/.git"));
+        QVERIFY(QDir().mkpath(plainWorkspace() + "/.git"));
+        writeFile(modulesWorkspace() + "/.gitmodules",
+                  gitmodulesEntry("lang", "https://host/owner/emu-lang.git").toUtf8());
         Relaunch::setHandler([this](float delay) { m_relaunches.append(delay); });
 
         // A bus of our own, where the fake keeps a real notifier from starting on demand.
@@ -302,16 +307,21 @@ private slots:
         QCOMPARE(store().stringValue(SettingsKeys::Workspace), m_dir.path() + stored);
     }
 
-    // Titles, finding in the console, then every menu's actions, on one main window.
-    void mainWindowMenus()
+    // A start that is not the first: no sheet, nothing written but the
+    // bundle's place, and the companion launched.
+    void startWritesOnlyTheBundlePlace()
     {
-        start(); // no sheet; nothing is written but the bundle's place
+        start();
         QVERIFY(!delegate()->firstLaunchWindow);
         QVERIFY(!store().persisted().value(SettingsKeys::Output).isValid());
         QCOMPARE(store().stringValue(SettingsKeys::AppLocation), m_bundle);
-        QTRY_VERIFY(QFile::exists(m_statusbarMarker)); // every start launches the companion
-        MainWindow *w = m_shell->window();
-        QCOMPARE(w->windowTitle(), "ZELMOR Helper");
+        QTRY_VERIFY(QFile::exists(m_statusbarMarker));
+    }
+
+    void menusAndWindowTitled()
+    {
+        start();
+        QCOMPARE(m_shell->window()->windowTitle(), "ZELMOR Helper");
         QStringList titles; // as shown, without mnemonics
         for (QMenu *menu :
              {ui()->menuAppName, ui()->menuEdit, ui()->menuFindDir, ui()->menuWindow}) {
@@ -331,8 +341,14 @@ private slots:
                                       "Bring All to Front"}));
         for (QAction *a : {ui()->menuQuit, ui()->menuCopy, ui()->menuFind, ui()->menuFindNext})
             QVERIFY2(!a->shortcut().isEmpty(), qPrintable(a->text()));
+    }
 
-        // Typing finds as it goes, Return goes on, Shift+Return back, Escape closes.
+    // Typing finds as it goes, Return goes on, Shift+Return back, Escape
+    // closes; the Find and Edit menus act on the console.
+    void findingInTheConsole()
+    {
+        start();
+        MainWindow *w = m_shell->window();
         ConsoleView *view = m_shell->controller()->outputField;
         ConsoleFindBar *bar = m_shell->menu()->findBar();
         auto selection = [view] {
@@ -374,7 +390,14 @@ private slots:
         view->verticalScrollBar()->setValue(0);
         ui()->menuJump->trigger();
         QVERIFY(view->verticalScrollBar()->value() > 0);
+    }
 
+    // Zoom toggles, Minimize minimizes, Show All brings back only what Hide
+    // hid.
+    void windowMenuZoomsMinimizesAndHides()
+    {
+        start();
+        MainWindow *w = m_shell->window();
         ui()->menuZoom->trigger();
         QTRY_VERIFY(w->isMaximized());
         ui()->menuZoom->trigger();
@@ -382,25 +405,35 @@ private slots:
         ui()->menuMini->trigger();
         QTRY_VERIFY(w->isMinimized());
         ui()->menuShowAll->trigger();
-        QVERIFY(w->isMinimized()); // only what Hide hid comes back
+        QVERIFY(w->isMinimized());
         w->showNormal();
         ui()->menuHideHelper->trigger();
         QTRY_VERIFY(w->isMinimized());
         ui()->menuShowAll->trigger();
         QTRY_VERIFY(!w->isMinimized());
+    }
 
+    void relaunchAndInstallerMenus()
+    {
+        start();
         ui()->menuRelaunchHelper->trigger();
         QCOMPARE(m_relaunches, QList<float>{2.0f});
         ui()->menuInstallCompo->trigger();
         QTRY_VERIFY(QFile::exists(m_installerMarker));
+    }
 
-        // Each About shows the popover once, half a second later.
+    // Each About shows the popover once, half a second later.
+    void aboutShowsItsPopoverOnceEachTime()
+    {
+        start();
         ui()->menuAbout->trigger();
         AboutController *about = m_shell->aboutController();
         QSignalSpy shown(about->popoverMe(), &Popover::shown);
         QCOMPARE(shown.count(), 0);
         ui()->menuAbout->trigger();
         QTRY_COMPARE(shown.count(), 2);
+        // A third show would come within half a second of the second; twice
+        // that is enough to see that none comes.
         QVERIFY(!shown.wait(1000));
         expectPopover(about->popoverMe(), about->creator, Popover::MaxYEdge);
         QSignalSpy clicked(about->popoverMe(), &Popover::clicked);
@@ -410,50 +443,57 @@ private slots:
         QVERIFY(!about->popoverMe()->isShown());
     }
 
-    // The desktop hears of an end only while the window is inactive; calls arrive
-    // in order, so the second end's notice alone proves the first sent none.
-    void operationsReachTheCompanionAndTheDesktop()
+    // What git reports of a module's download reaches the companion, and so
+    // does a switch of the pop-up alone, which moves no bar; Stop tells it the
+    // window is idle.
+    void companionHearsTheProgress()
     {
+        const FakeTools tools;
+        tools.add("git", "printf 'Receiving objects:  25%% (50/200), 1.23 MiB | 1.5 MiB/s   \\r' >&2\n"
+                         "sleep 30\n");
         start();
         AppController *c = m_shell->controller();
         CompanionChannelServer companion(m_statusbarId);
         QVERIFY(companion.listen());
         QSignalSpy status(&companion, &CompanionChannelServer::statusReceived);
         QSignalSpy idle(&companion, &CompanionChannelServer::idleReceived);
-        c->buttonPerform->setText(AppController::tr("Stop"));
-        c->popupSelection->setCurrentIndex(3);
-        const QString operation = c->popupSelection->currentText();
-        c->progressbar->setIndeterminate(false); // the bar starts without figures
-        c->progressbar->setMaxValue(200);
-        c->progressbar->setDoubleValue(50);
-        c->showSpeed->setText("1.5 MiB/s");
-        QCOMPARE(companionStatusLine(*c),
-                 CompanionChannel::statusMessage(operation, 50, 200, "1.5 MiB/s"));
-        emit c->progressChanged();
-        QVERIFY(status.wait(5000));
-        // A switch of the pop-up alone (clone to module download moves no bar) is told too.
+        store().setObject(SettingsKeys::Workspace, modulesWorkspace());
         c->selectItemWithTag(AppController::TagModules);
+        c->perform();
+        QTRY_COMPARE(companionStatusLine(*c),
+                     CompanionChannel::statusMessage("Get module initialized", 50, 200, "1.5 MiB/s"));
+        QTRY_VERIFY(!status.isEmpty());
+        status.clear();
+        c->selectItemWithTag(AppController::TagClone);
         QVERIFY(status.wait(5000));
         QCOMPARE(status.last().first().value<CompanionChannel::Status>().operation,
-                 QString("Get module initialized"));
-        c->buttonPerform->setText(AppController::tr("Perform"));
-        emit c->progressChanged();
+                 QString("Get a complete copy of source codes of ZELLMOR from GitHub"));
+        c->perform(); // Stop
         QVERIFY(idle.wait(5000));
+        QTRY_VERIFY(c->outputField->string().endsWith("\nTask terminated by user.\n"));
+    }
 
+    // The desktop hears of an end only while the window is inactive; calls
+    // arrive in order, so the second end's notice alone proves the first
+    // sent none.
+    void desktopHearsOfAnEndOnlyWhileInactive()
+    {
+        const FakeTools tools;
+        tools.add("git", "sleep 30\n");
+        start();
+        AppController *c = m_shell->controller();
+        store().setObject(SettingsKeys::Workspace, plainWorkspace());
         QApplication::setActiveWindow(m_shell->window());
         QTRY_VERIFY(m_shell->window()->isActiveWindow());
-        c->selectItemWithTag(AppController::TagCompile);
-        c->buttonPerform->setText(AppController::tr("Stop"));
-        c->now = 2; // the copy stage, the compile's last
-        c->runUnixTask("true", m_dir.path());
-        QTRY_VERIFY(c->outputField->string().endsWith("All done.\n"));
+        c->selectItemWithTag(AppController::TagModules); // no modules: ends at once
+        c->perform();
+        QVERIFY(c->outputField->string().endsWith("\nDone.\n"));
         QWidget other;
         other.show();
         QApplication::setActiveWindow(&other);
         QTRY_VERIFY(!m_shell->window()->isActiveWindow());
         c->selectItemWithTag(AppController::TagUpdate);
-        c->buttonPerform->setText(AppController::tr("Stop"));
-        c->runUnixTask("sleep 30", m_dir.path());
+        c->perform();
         c->perform(); // Stop
         QTRY_COMPARE_WITH_TIMEOUT(
             m_fake.calls,
@@ -485,6 +525,8 @@ private slots:
 
 private:
     static SettingsStore &store() { return SettingsStore::standard(); }
+    QString modulesWorkspace() const { return m_dir.path() + "/modules-ws"; }
+    QString plainWorkspace() const { return m_dir.path() + "/plain-ws"; }
     void start()
     {
         m_shell = std::make_unique<ApplicationShell>();
