@@ -155,8 +155,9 @@ private slots:
         QVERIFY(!about.popoverMe()->isShown());
     }
 
-    // The text "1" brings the sheet back; only its OK clears it and opens the wizard.
-    void firstLaunchSheetThenWizard()
+    // A first launch (the text "1" counts) resets both folders and shows the
+    // prerequisites, with a popover that offers the installer.
+    void firstLaunchSheetListsThePrerequisites()
     {
         store().setObject(SettingsKeys::FirstLaunch, QStringLiteral("1"));
         store().setObject(SettingsKeys::Workspace, "/home/me/src");
@@ -178,20 +179,38 @@ private slots:
         QTest::mouseClick(d->tryWizardButton, Qt::LeftButton);
         QTRY_VERIFY(QFile::exists(m_installerMarker));
         QVERIFY(!d->tryWizardPopover->isShown()); // a click elsewhere closes it
+    }
+
+    // Neither Escape nor closing ends the sheet, and quitting with it open
+    // brings it back; only its OK clears the first launch, as a number.
+    void firstLaunchSheetEndsOnlyThroughOK()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, QStringLiteral("1"));
+        start();
+        ZELMORHelperAppDelegate *d = delegate();
+        QTest::mouseClick(d->tryWizardButton, Qt::LeftButton); // the popover goes
         QTest::keyClick(d->firstLaunchWindow, Qt::Key_Escape);
         d->firstLaunchWindow->close();
         QVERIFY(d->firstLaunchWindow && d->firstLaunchWindow->isVisible());
-        m_shell.reset(); // quitting with the sheet open: it comes back
+        m_shell.reset();
         start();
         d = delegate();
         QVERIFY(d->firstLaunchWindow && d->firstLaunchWindow->isVisible());
         QTest::keyClick(d->firstLaunchWindow, Qt::Key_Escape);
         QVERIFY(!d->tryWizardPopover->isShown()); // Escape takes the popover first
+        QVERIFY(d->firstLaunchWindow && d->firstLaunchWindow->isVisible());
         QTest::mouseClick(d->firstOKButton, Qt::LeftButton);
         const QVariant cleared = store().objectForKey(SettingsKeys::FirstLaunch);
         QVERIFY(cleared.typeId() != QMetaType::QString); // a number, not the text "0"
         QCOMPARE(cleared.toInt(), 0);
         QVERIFY(!d->firstLaunchWindow);
+    }
+
+    // The sheet's OK opens the wizard, which asks for the initialization
+    // until its own OK.
+    void wizardFollowsTheFirstLaunchSheet()
+    {
+        ZELMORHelperAppDelegate *d = openWizard();
         QVERIFY(d->wizardWindow->isVisible());
         QCOMPARE(d->wizardWindow->windowModality(), Qt::WindowModal);
         QCOMPARE(d->wizardTitle->text(), "Initialization");
