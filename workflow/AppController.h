@@ -59,7 +59,7 @@ public:
 
     // --- State ---------------------------------------------------------------
     QPointer<AlertSheet> iAlert;       // the ready-to-install-modules prompt, which counts down
-    QTimer *timer() const;             // its one-second tick, while the prompt is open
+    QTimer *timer() const;             // its one-second tick
     qint32 countdown() const;          // its seconds left
     QString rootDirectory;
     QString outputDirectory;
