@@ -84,6 +84,11 @@ private slots:
                          "org.zelmor.test.Installer",
                          "echo started >> '" + m_installerMarker.toUtf8() + "'\n");
         Bundle::setMainBundlePath(m_bundle);
+        // Checkouts as far as the checks look: one listing a module, one not.
+        QVERIFY(QDir().mkpath(modulesWorkspace() + "/.git"));
+        QVERIFY(QDir().mkpath(plainWorkspace() + "/.git"));
+        writeFile(modulesWorkspace() + "/.gitmodules",
+                  gitmodulesEntry("lang", "https://host/owner/emu-lang.git").toUtf8());
         Relaunch::setHandler([this](float delay) { m_relaunches.append(delay); });
 
         // A bus of our own, where the fake keeps a real notifier from starting on demand.
@@ -150,8 +155,9 @@ private slots:
         QVERIFY(!about.popoverMe()->isShown());
     }
 
-    // The text "1" brings the sheet back; only its OK clears it and opens the wizard.
-    void firstLaunchSheetThenWizard()
+    // A first launch (the text "1" counts) resets both folders and shows the
+    // prerequisites, with a popover that offers the installer.
+    void firstLaunchSheetListsThePrerequisites()
     {
         store().setObject(SettingsKeys::FirstLaunch, QStringLiteral("1"));
         store().setObject(SettingsKeys::Workspace, "/home/me/src");
@@ -173,20 +179,38 @@ private slots:
         QTest::mouseClick(d->tryWizardButton, Qt::LeftButton);
         QTRY_VERIFY(QFile::exists(m_installerMarker));
         QVERIFY(!d->tryWizardPopover->isShown()); // a click elsewhere closes it
+    }
+
+    // Neither Escape nor closing ends the sheet, and quitting with it open
+    // brings it back; only its OK clears the first launch, as a number.
+    void firstLaunchSheetEndsOnlyThroughOK()
+    {
+        store().setObject(SettingsKeys::FirstLaunch, QStringLiteral("1"));
+        start();
+        ZELMORHelperAppDelegate *d = delegate();
+        QTest::mouseClick(d->tryWizardButton, Qt::LeftButton); // the popover goes
         QTest::keyClick(d->firstLaunchWindow, Qt::Key_Escape);
         d->firstLaunchWindow->close();
         QVERIFY(d->firstLaunchWindow && d->firstLaunchWindow->isVisible());
-        m_shell.reset(); // quitting with the sheet open: it comes back
+        m_shell.reset();
         start();
         d = delegate();
         QVERIFY(d->firstLaunchWindow && d->firstLaunchWindow->isVisible());
         QTest::keyClick(d->firstLaunchWindow, Qt::Key_Escape);
         QVERIFY(!d->tryWizardPopover->isShown()); // Escape takes the popover first
+        QVERIFY(d->firstLaunchWindow && d->firstLaunchWindow->isVisible());
         QTest::mouseClick(d->firstOKButton, Qt::LeftButton);
         const QVariant cleared = store().objectForKey(SettingsKeys::FirstLaunch);
         QVERIFY(cleared.typeId() != QMetaType::QString); // a number, not the text "0"
         QCOMPARE(cleared.toInt(), 0);
         QVERIFY(!d->firstLaunchWindow);
+    }
+
+    // The sheet's OK opens the wizard, which asks for the initialization
+    // until its own OK.
+    void wizardFollowsTheFirstLaunchSheet()
+    {
+        ZELMORHelperAppDelegate *d = openWizard();
         QVERIFY(d->wizardWindow->isVisible());
         QCOMPARE(d->wizardWindow->windowModality(), Qt::WindowModal);
         QCOMPARE(d->wizardTitle->text(), "Initialization");
@@ -306,16 +330,21 @@ private slots:
         QCOMPARE(store().stringValue(SettingsKeys::Workspace), m_dir.path() + stored);
     }
 
-    // Titles, finding in the console, then every menu's actions, on one main window.
-    void mainWindowMenus()
+    // A start that is not the first: no sheet, nothing written but the
+    // bundle's place, and the companion launched.
+    void startWritesOnlyTheBundlePlace()
     {
-        start(); // no sheet; nothing is written but the bundle's place
+        start();
         QVERIFY(!delegate()->firstLaunchWindow);
         QVERIFY(!store().persisted().value(SettingsKeys::Output).isValid());
         QCOMPARE(store().stringValue(SettingsKeys::AppLocation), m_bundle);
-        QTRY_VERIFY(QFile::exists(m_statusbarMarker)); // every start launches the companion
-        MainWindow *w = m_shell->window();
-        QCOMPARE(w->windowTitle(), "ZELMOR Helper");
+        QTRY_VERIFY(QFile::exists(m_statusbarMarker));
+    }
+
+    void menusAndWindowTitled()
+    {
+        start();
+        QCOMPARE(m_shell->window()->windowTitle(), "ZELMOR Helper");
         QStringList titles; // as shown, without mnemonics
         for (QMenu *menu :
              {ui()->menuAppName, ui()->menuEdit, ui()->menuFindDir, ui()->menuWindow}) {
@@ -335,8 +364,14 @@ private slots:
                                       "Bring All to Front"}));
         for (QAction *a : {ui()->menuQuit, ui()->menuCopy, ui()->menuFind, ui()->menuFindNext})
             QVERIFY2(!a->shortcut().isEmpty(), qPrintable(a->text()));
+    }
 
-        // Typing finds as it goes, Return goes on, Shift+Return back, Escape closes.
+    // Typing finds as it goes, Return goes on, Shift+Return back, Escape
+    // closes; the Find and Edit menus act on the console.
+    void findingInTheConsole()
+    {
+        start();
+        MainWindow *w = m_shell->window();
         ConsoleView *view = m_shell->controller()->outputField;
         ConsoleFindBar *bar = m_shell->menu()->findBar();
         auto selection = [view] {
@@ -378,7 +413,14 @@ private slots:
         view->verticalScrollBar()->setValue(0);
         ui()->menuJump->trigger();
         QVERIFY(view->verticalScrollBar()->value() > 0);
+    }
 
+    // Zoom toggles, Minimize minimizes, Show All brings back only what Hide
+    // hid.
+    void windowMenuZoomsMinimizesAndHides()
+    {
+        start();
+        MainWindow *w = m_shell->window();
         ui()->menuZoom->trigger();
         QTRY_VERIFY(w->isMaximized());
         ui()->menuZoom->trigger();
@@ -386,25 +428,35 @@ private slots:
         ui()->menuMini->trigger();
         QTRY_VERIFY(w->isMinimized());
         ui()->menuShowAll->trigger();
-        QVERIFY(w->isMinimized()); // only what Hide hid comes back
+        QVERIFY(w->isMinimized());
         w->showNormal();
         ui()->menuHideHelper->trigger();
         QTRY_VERIFY(w->isMinimized());
         ui()->menuShowAll->trigger();
         QTRY_VERIFY(!w->isMinimized());
+    }
 
+    void relaunchAndInstallerMenus()
+    {
+        start();
         ui()->menuRelaunchHelper->trigger();
         QCOMPARE(m_relaunches, QList<float>{2.0f});
         ui()->menuInstallCompo->trigger();
         QTRY_VERIFY(QFile::exists(m_installerMarker));
+    }
 
-        // Each About shows the popover once, half a second later.
+    // Each About shows the popover once, half a second later.
+    void aboutShowsItsPopoverOnceEachTime()
+    {
+        start();
         ui()->menuAbout->trigger();
         AboutController *about = m_shell->aboutController();
         QSignalSpy shown(about->popoverMe(), &Popover::shown);
         QCOMPARE(shown.count(), 0);
         ui()->menuAbout->trigger();
         QTRY_COMPARE(shown.count(), 2);
+        // A third show would come within half a second of the second; twice
+        // that is enough to see that none comes.
         QVERIFY(!shown.wait(1000));
         expectPopover(about->popoverMe(), about->creator, Popover::MaxYEdge);
         QSignalSpy clicked(about->popoverMe(), &Popover::clicked);
@@ -414,50 +466,57 @@ private slots:
         QVERIFY(!about->popoverMe()->isShown());
     }
 
-    // The desktop hears of an end only while the window is inactive; calls arrive
-    // in order, so the second end's notice alone proves the first sent none.
-    void operationsReachTheCompanionAndTheDesktop()
+    // What git reports of a module's download reaches the companion, and so
+    // does a switch of the pop-up alone, which moves no bar; Stop tells it the
+    // window is idle.
+    void companionHearsTheProgress()
     {
+        const FakeTools tools;
+        tools.add("git", "printf 'Receiving objects:  25%% (50/200), 1.23 MiB | 1.5 MiB/s   \\r' >&2\n"
+                         "sleep 30\n");
         start();
         AppController *c = m_shell->controller();
         CompanionChannelServer companion(m_statusbarId);
         QVERIFY(companion.listen());
         QSignalSpy status(&companion, &CompanionChannelServer::statusReceived);
         QSignalSpy idle(&companion, &CompanionChannelServer::idleReceived);
-        c->buttonPerform->setText(AppController::tr("Stop"));
-        c->popupSelection->setCurrentIndex(3);
-        const QString operation = c->popupSelection->currentText();
-        c->progressbar->setIndeterminate(false); // the bar starts without figures
-        c->progressbar->setMaxValue(200);
-        c->progressbar->setDoubleValue(50);
-        c->showSpeed->setText("1.5 MiB/s");
-        QCOMPARE(companionStatusLine(*c),
-                 CompanionChannel::statusMessage(operation, 50, 200, "1.5 MiB/s"));
-        emit c->progressChanged();
-        QVERIFY(status.wait(5000));
-        // A switch of the pop-up alone (clone to module download moves no bar) is told too.
+        store().setObject(SettingsKeys::Workspace, modulesWorkspace());
         c->selectItemWithTag(AppController::TagModules);
+        c->perform();
+        QTRY_COMPARE(companionStatusLine(*c),
+                     CompanionChannel::statusMessage("Get module initialized", 50, 200, "1.5 MiB/s"));
+        QTRY_VERIFY(!status.isEmpty());
+        status.clear();
+        c->selectItemWithTag(AppController::TagClone);
         QVERIFY(status.wait(5000));
         QCOMPARE(status.last().first().value<CompanionChannel::Status>().operation,
-                 QString("Get module initialized"));
-        c->buttonPerform->setText(AppController::tr("Perform"));
-        emit c->progressChanged();
+                 QString("Get a complete copy of source codes of ZELLMOR from GitHub"));
+        c->perform(); // Stop
         QVERIFY(idle.wait(5000));
+        QTRY_VERIFY(c->outputField->string().endsWith("\nTask terminated by user.\n"));
+    }
 
+    // The desktop hears of an end only while the window is inactive; calls
+    // arrive in order, so the second end's notice alone proves the first
+    // sent none.
+    void desktopHearsOfAnEndOnlyWhileInactive()
+    {
+        const FakeTools tools;
+        tools.add("git", "sleep 30\n");
+        start();
+        AppController *c = m_shell->controller();
+        store().setObject(SettingsKeys::Workspace, plainWorkspace());
         QApplication::setActiveWindow(m_shell->window());
         QTRY_VERIFY(m_shell->window()->isActiveWindow());
-        c->selectItemWithTag(AppController::TagCompile);
-        c->buttonPerform->setText(AppController::tr("Stop"));
-        c->now = 2; // the copy stage, the compile's last
-        c->runUnixTask("true", m_dir.path());
-        QTRY_VERIFY(c->outputField->string().endsWith("All done.\n"));
+        c->selectItemWithTag(AppController::TagModules); // no modules: ends at once
+        c->perform();
+        QVERIFY(c->outputField->string().endsWith("\nDone.\n"));
         QWidget other;
         other.show();
         QApplication::setActiveWindow(&other);
         QTRY_VERIFY(!m_shell->window()->isActiveWindow());
         c->selectItemWithTag(AppController::TagUpdate);
-        c->buttonPerform->setText(AppController::tr("Stop"));
-        c->runUnixTask("sleep 30", m_dir.path());
+        c->perform();
         c->perform(); // Stop
         QTRY_COMPARE_WITH_TIMEOUT(
             m_fake.calls,
@@ -489,6 +548,8 @@ private slots:
 
 private:
     static SettingsStore &store() { return SettingsStore::standard(); }
+    QString modulesWorkspace() const { return m_dir.path() + "/modules-ws"; }
+    QString plainWorkspace() const { return m_dir.path() + "/plain-ws"; }
     void start()
     {
         m_shell = std::make_unique<ApplicationShell>();

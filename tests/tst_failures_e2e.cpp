@@ -130,7 +130,7 @@ class FailuresEndToEndTest : public QObject
         AlertSheet *prompt = Harness::waitForSheet();
         QVERIFY(prompt);
         QCOMPARE(prompt->text(), "Ready to install modules");
-        prompt->buttonFor(1001)->click();
+        prompt->buttonFor(AlertSheet::SecondButtonReturn)->click();
     }
 
 private slots:

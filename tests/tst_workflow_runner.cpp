@@ -11,10 +11,12 @@
 #include <csignal>
 #include <optional>
 
+using TestSupport::FakeTools;
+
 namespace {
 
-const QString Receiving = QStringLiteral(
-    "printf 'Receiving objects:  45%% (1234/2742), 1.23 MiB | 456.00 KiB/s   \\r' >&2; ");
+const QByteArray Receiving =
+    "printf 'Receiving objects:  45%% (1234/2742), 1.23 MiB | 456.00 KiB/s   \\r' >&2\n";
 const QString Terminated = QStringLiteral("\nTask terminated by user.\n");
 
 // Orphans are reaped by the system's init, which may take a moment.
@@ -26,138 +28,225 @@ bool groupGone(qint64 pgid)
 } // namespace
 
 // The runner of child processes under the controller: what it reads of them,
-// what it shows, and Stop, which ends everything the child started.
+// what it shows, and Stop, which ends everything the child started. The
+// children are the module operation's clone, the update's pull and the
+// compile's cmake, played by stand-ins that write what each test needs.
 class WorkflowRunnerTest : public QObject
 {
     Q_OBJECT
 
-    // Starts a child that ignores SIGTERM in folder and stops it; returns it.
-    static QPointer<QProcess> stopStubbornChild(ControllerHarness &h, const QString &folder)
+    QTemporaryDir m_dir;
+    std::optional<FakeTools> m_tools;
+
+    // A checkout listing one module, "lang", that is not there yet.
+    QString modulesWorkspace() const { return m_dir.path() + "/ws"; }
+    // A checkout without modules; also a compile's workspace.
+    QString plainWorkspace() const { return m_dir.path() + "/plain"; }
+    // Files the stand-ins make and wait for, emptied before each test.
+    QString flag(const char *name) const { return m_dir.path() + "/flags/" + name; }
+    QByteArray waitFor(const char *name) const
     {
-        h.runAsOperation(AppController::TagModules, "trap '' TERM; touch started; sleep 100",
-                         folder);
-        if (!QTest::qWaitFor([&] { return QFileInfo::exists(folder + "/started"); }, Patience))
+        return "while [ ! -e '" + flag(name).toUtf8() + "' ]; do sleep 0.02; done\n";
+    }
+
+    static void useWorkspace(const QString &workspace)
+    {
+        ControllerHarness::configure(workspace, workspace + "-out", 1);
+    }
+
+    // The module operation, its clone played by git. The stand-in stays on
+    // PATH until the test ends: the shell looks git up after it has started.
+    void performModuleClone(ControllerHarness &h, const QByteArray &git)
+    {
+        if (!m_tools)
+            m_tools.emplace();
+        m_tools->add("git", git);
+        useWorkspace(modulesWorkspace());
+        h.perform(AppController::TagModules);
+    }
+
+    // Starts a clone that ignores SIGTERM and stops it; returns its child.
+    QPointer<QProcess> stopStubbornChild(ControllerHarness &h)
+    {
+        performModuleClone(h,
+                           "trap '' TERM; touch '" + flag("started").toUtf8() + "'; sleep 100\n");
+        if (!QTest::qWaitFor([&] { return QFileInfo::exists(flag("started")); }, Patience))
             return nullptr;
+        m_tools.reset(); // git has started: later ones are real
         QPointer<QProcess> old = h.controller.unixTask;
         h.controller.perform(); // Stop
         return old;
     }
 
 private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_dir.isValid());
+        QVERIFY(QDir().mkpath(modulesWorkspace() + "/.git"));
+        QVERIFY(QDir().mkpath(plainWorkspace() + "/.git"));
+        QVERIFY(QDir().mkpath(plainWorkspace() + "/android/assets"));
+        TestSupport::writeFile(modulesWorkspace() + "/.gitmodules",
+                               gitmodulesEntry("lang", "https://host/owner/emu-lang.git").toUtf8());
+    }
+    void init()
+    {
+        QDir(m_dir.path() + "/flags").removeRecursively();
+        QVERIFY(QDir().mkpath(m_dir.path() + "/flags"));
+    }
     void cleanup()
     {
+        m_tools.reset();
         QFile::remove(TestSupport::homeDir() + "/.gitconfig");
         ControllerHarness::endSheets();
     }
 
-    void cloneProgressFromStandardError_data()
+    // A chunk the parser cannot use ends the reading of that child's standard
+    // error, and only that: 4 MB more follow, more than any pipe holds, so the
+    // child only ends if what it writes is still drained. The \xc3\xa9 on
+    // standard output is cut between two writes and must be shown whole; its
+    // second byte only follows if read timed out (status above 128): standard
+    // input stays an open pipe rather than an end of file.
+    void unusableChunkEndsTheReadingOfStandardError_data()
     {
         TestSupport::columns<QString, bool>({"firstChunk", "barMadeDeterminate"});
         QTest::newRow("short 'Cloning into' chunk") << "Cloning into 'x'..." << false;
         QTest::newRow("no figures") << "warning: no figures in this line at all" << true;
     }
-    void cloneProgressFromStandardError()
+    void unusableChunkEndsTheReadingOfStandardError()
     {
         QFETCH(QString, firstChunk);
-        QTemporaryDir dir;
         ControllerHarness h;
-        h.controller.logSwitch = 1;
-        // A chunk the parser cannot use ends the reading of that child's
-        // standard error. 4 MB more follow, more than any pipe holds: the
-        // child only ends if what it writes is still drained. The \xc3\xa9 on
-        // standard output is cut between two writes and must be shown whole;
-        // its second byte only follows if read timed out (status above 128):
-        // standard input stays an open pipe rather than an end of file.
-        h.runAsOperation(AppController::TagModules,
-                         "printf '%s\\n' \"" + firstChunk
-                             + "\" >&2; while [ ! -e go ]; do sleep 0.02; done;"
-                               " head -c 4000000 /dev/zero | tr '\\0' z >&2; printf 'out \\303';"
-                               " read -t 1 line; [ $? -gt 128 ] && printf '\\251\\n'",
-                         dir.path());
-        QTRY_VERIFY_WITH_TIMEOUT(h.console().contains(firstChunk), Patience);
+        performModuleClone(h, "printf '%s\\n' \"" + firstChunk.toUtf8() + "\" >&2\n" + waitFor("go")
+                                  + "head -c 4000000 /dev/zero | tr '\\0' z >&2\n"
+                                    "printf 'out \\303'\n"
+                                    "read -t 1 line; [ $? -gt 128 ] && printf '\\251\\n'\n");
+        QTRY_VERIFY2_WITH_TIMEOUT(h.console().contains(firstChunk), qPrintable(h.console()),
+                                  Patience);
         QTEST(!h.controller.progressbar->isIndeterminate(), "barMadeDeterminate");
-        TestSupport::writeFile(dir.path() + "/go", "");
-        QTRY_VERIFY_WITH_TIMEOUT(!h.controller.unixTask, Patience);
-        QCOMPARE(h.console(), firstChunk + "\nout \xc3\xa9\n\nDone.\n");
+        TestSupport::writeFile(flag("go"), "");
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
+        QCOMPARE(h.console(), moduleTranscript(modulesWorkspace(), "lang") + firstChunk
+                                  + "\nout \xc3\xa9\n\nDone.\n");
+    }
 
-        // The next child's standard error drives the bar again.
+    // git's figures on standard error move the bar and the speed label; what
+    // a clone writes on standard output moves nothing.
+    void cloneProgressDrivesTheBar()
+    {
+        ControllerHarness h;
         QSignalSpy progress(&h.controller, &AppController::progressChanged);
-        h.runAsOperation(AppController::TagClone, Receiving + "sleep 100", dir.path());
+        performModuleClone(h, Receiving + "printf '[ 50%%] Building\\n'\nsleep 100\n");
         ProgressBar *bar = h.controller.progressbar;
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().contains("[ 50%] Building"), Patience);
         QTRY_COMPARE_WITH_TIMEOUT(bar->maxValue(), 2742.0, Patience);
-        h.controller.notifiedForStdOutput("[ 50%] Building\n"); // not compiling: ignored
         QCOMPARE(bar->doubleValue(), 1234.0);
         QVERIFY(!bar->isIndeterminate() && progress.count() > 0);
         QCOMPARE(h.controller.showSpeed->text(), "456.00 KiB/s");
         QCOMPARE(h.controller.lastPercentage, 45);
-
-        // Switched to compile while it runs: make's standard output drives the
-        // bar, standard error no longer does.
-        h.controller.selectItemWithTag(AppController::TagCompile);
-        h.controller.notifiedForStdError("Receiving objects: 99% (1/7), 1 MiB | 9.00 KiB/s   \r");
-        QCOMPARE(bar->maxValue(), 2742.0);
-        h.controller.notifiedForStdOutput("[ 12%] Building\n");
-        h.controller.notifiedForStdOutput("Scanning\n"); // no figure: the value stays
-        QCOMPARE(bar->maxValue(), 100.0);
-        QCOMPARE(bar->doubleValue(), 12.0);
         h.controller.perform(); // Stop
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith(Terminated), Patience);
         QCOMPARE(h.controller.showSpeed->text(), "ZELMOR");
     }
 
-    // Stop brings the idle look back when no child is left to end: in the
-    // pause between an update's two pulls, after an unknown operation, and
-    // for a child that never started (no completion follows it).
-    void stopWithoutAChildThatEnds()
+    // Switched to compile while the child runs: make's percentages on
+    // standard output drive the bar, git's on standard error no longer do.
+    void compileSelectedMidRunReadsMakeNotGit()
     {
         ControllerHarness h;
-        h.controller.outputField->setString(QString());
-        h.controller.selectItemWithTag(AppController::TagUpdate);
-        h.controller.buttonPerform->setText(QStringLiteral("Stop"));
-        h.controller.notifiedForComplete(); // the first pull ended
+        performModuleClone(
+            h, Receiving + waitFor("compile")
+                   + "printf 'Receiving objects: 99%% (1/7), 1 MiB | 9.00 KiB/s\\n' >&2\n"
+                   + waitFor("make") + "printf '[ 12%%] Building\\n'\n" + waitFor("scan")
+                   + "printf 'Scanning\\n'\nsleep 100\n");
+        ProgressBar *bar = h.controller.progressbar;
+        QTRY_COMPARE_WITH_TIMEOUT(bar->maxValue(), 2742.0, Patience);
+        h.controller.selectItemWithTag(AppController::TagCompile);
+        TestSupport::writeFile(flag("compile"), "");
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().contains("99%"), Patience);
+        QCOMPARE(bar->maxValue(), 2742.0);
+        TestSupport::writeFile(flag("make"), "");
+        QTRY_COMPARE_WITH_TIMEOUT(bar->doubleValue(), 12.0, Patience);
+        QCOMPARE(bar->maxValue(), 100.0);
+        TestSupport::writeFile(flag("scan"), "");
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().contains("Scanning"), Patience);
+        QCOMPARE(bar->doubleValue(), 12.0); // no figure: the value stays
+        h.controller.perform();             // Stop
+        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith(Terminated), Patience);
+    }
+
+    // Stop in the pause between an update's two pulls, where no child is left
+    // to end: the second pull never starts.
+    void stopDuringTheUpdatePauseEndsTheUpdate()
+    {
+        const FakeTools tools;
+        tools.add("git", "exit 0\n");
+        useWorkspace(plainWorkspace());
+        ControllerHarness h;
+        h.perform(AppController::TagUpdate);
+        const QString firstPull =
+            "\nUpdating source codes...\n\nChecking for update of ZELMOR master...\nDone.\n";
+        QTRY_COMPARE_WITH_TIMEOUT(h.console(), firstPull, Patience);
         QCOMPARE(h.button(), "Stop");
         h.controller.perform(); // Stop during the pause
-        QTRY_COMPARE_WITH_TIMEOUT(h.console(), "Done.\n" + Terminated, Patience);
+        QVERIFY(h.isIdle());
+        QTRY_COMPARE_WITH_TIMEOUT(h.console(), firstPull + Terminated, Patience);
         QCOMPARE(h.controller.now, 0);
+    }
 
+    // An operation the controller does not know says "Error" and leaves the
+    // button at "Stop"; Stop then brings the idle look back.
+    void unknownOperationSaysErrorUntilStopped()
+    {
+        ControllerHarness h;
         h.controller.popupSelection->addItem("Unknown", 9);
         h.perform(9);
         QCOMPARE(h.console(), "Error");
         QVERIFY(!h.controller.spinner->isAnimating() && h.button() == "Stop");
-
-        h.controller.spinner->startAnimation();
-        h.controller.runUnixTask("echo never", "/no/such/folder");
-        QProcess *task = h.controller.unixTask.data();
-        QSignalSpy finished(task, &QProcess::finished);
-        QTRY_COMPARE_WITH_TIMEOUT(task->error(), QProcess::FailedToStart, Patience);
-        QVERIFY(!finished.wait(200));
-        QVERIFY(h.controller.spinner->isAnimating() && h.button() == "Stop");
         h.controller.perform();
         QVERIFY(h.isIdle() && h.console() == "Error");
     }
 
+    // A tool that cannot be started leaves the running look, since no
+    // completion follows; Stop brings the idle look back.
+    void toolThatCannotStartIsStoppedByStop()
+    {
+        useWorkspace(plainWorkspace());
+        ControllerHarness h;
+        h.controller.cmakeProgram = m_dir.path() + "/no/such/cmake";
+        h.perform(AppController::TagCompile);
+        QProcess *task = h.controller.unixTask.data();
+        QVERIFY(task);
+        QSignalSpy finished(task, &QProcess::finished);
+        QTRY_COMPARE_WITH_TIMEOUT(task->error(), QProcess::FailedToStart, Patience);
+        // A completion would come at once with the error; 200 ms is plenty
+        // to see that none comes.
+        QVERIFY(!finished.wait(200));
+        QVERIFY(h.controller.spinner->isAnimating() && h.button() == "Stop");
+        const QString console = h.console();
+        QVERIFY(console.startsWith("\nCompiling...\n"));
+        h.controller.perform();
+        QVERIFY(h.isIdle() && h.console() == console);
+    }
+
+    // Stop ends everything the child started, not only the child itself.
     void stopEndsTheWholeGroup_data()
     {
-        QTest::addColumn<QString>("command");
-        QTest::newRow("ignores SIGTERM") << "trap '' TERM; sh -c 'touch started; sleep 99'; echo x";
-        QTest::newRow("background job") << "sleep 100 & touch started; wait";
+        QTest::addColumn<QByteArray>("git");
+        QTest::newRow("ignores SIGTERM")
+            << QByteArray("trap '' TERM; sh -c 'touch started; sleep 99'; echo x\n");
+        QTest::newRow("background job") << QByteArray("sleep 100 & touch started; wait\n");
     }
     void stopEndsTheWholeGroup()
     {
-        QFETCH(QString, command);
-        QTemporaryDir dir;
+        QFETCH(QByteArray, git);
         ControllerHarness h;
-        h.runAsOperation(AppController::TagModules, command, dir.path());
-        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(dir.path() + "/started"), Patience);
+        performModuleClone(h, "cd '" + flag("").toUtf8() + "'\n" + git);
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(flag("started")), Patience);
         const qint64 pgid = h.controller.unixTask->processId();
-        // A stage's own end resets the window; only the user's Stop kills.
-        h.controller.stopRequest = 0;
-        h.controller.stopTask();
-        QVERIFY(h.isIdle() && pgid > 0 && !groupGone(pgid));
-
-        h.controller.buttonPerform->setText(QStringLiteral("Stop"));
+        QVERIFY(pgid > 0 && !groupGone(pgid));
         h.controller.perform();
-        QTRY_COMPARE_WITH_TIMEOUT(h.console(), Terminated, Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(
+            h.console(), moduleTranscript(modulesWorkspace(), "lang") + Terminated, Patience);
         QTRY_VERIFY_WITH_TIMEOUT(groupGone(pgid), Patience);
     }
 
@@ -165,12 +254,11 @@ private slots:
     // takes everything the children started with the application.
     void endingTheControllerEndsEveryGroup()
     {
-        QTemporaryDir dir;
         std::optional<ControllerHarness> h(std::in_place);
-        const QPointer<QProcess> old = stopStubbornChild(*h, dir.path());
+        const QPointer<QProcess> old = stopStubbornChild(*h);
         QVERIFY(old);
-        h->runAsOperation(AppController::TagModules, "sleep 100 & touch second; wait", dir.path());
-        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(dir.path() + "/second"), Patience);
+        performModuleClone(*h, "sleep 100 & touch '" + flag("second").toUtf8() + "'; wait\n");
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(flag("second")), Patience);
         const qint64 stopped = old->processId(), running = h->controller.unixTask->processId();
         QVERIFY(!groupGone(stopped) && !groupGone(running));
         h.reset();
@@ -193,13 +281,14 @@ private slots:
                                "[uploadpack]\n\tpackObjectsHook = \"i=0; while [ ! -e "
                                    + release.toUtf8()
                                    + " ] && [ $i -lt 1200 ]; do sleep 0.05; i=$((i+1)); done;\"\n");
+
+        ControllerHarness h;
+        const QPointer<QProcess> old = stopStubbornChild(h);
+        QVERIFY(old);
+        const qint64 oldGroup = old->processId();
         // Only 1 switches the log on: git's own output must not be shown.
         ControllerHarness::configure(ws, fixture.root() + "/out", QStringLiteral("2"));
 
-        ControllerHarness h;
-        const QPointer<QProcess> old = stopStubbornChild(h, fixture.root());
-        QVERIFY(old);
-        const qint64 oldGroup = old->processId();
         h.perform(AppController::TagUpdate);
         QVERIFY(h.console().contains("Please re-initialize it.") && h.isIdle());
 

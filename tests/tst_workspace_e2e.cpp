@@ -27,61 +27,94 @@ class TestWorkspaceE2E : public QObject
         return files;
     }
 
-private slots:
-    // One workspace from nothing to built. While pieces are missing, the
-    // update's check names every one, starts nothing and fetches nothing.
-    // Complete, it is updated, then compiled four times: with nothing to
-    // build from, with broken sources, from a clean checkout over leftovers,
-    // and stopped.
-    void updateAndCompileStagesInOneWorkspace()
+    // One workspace, from nothing to built, shared by the slots in their
+    // order: each starts where the one before it left the workspace.
+    std::unique_ptr<WorkspaceFixture> m_fixture;
+    std::unique_ptr<ControllerHarness> m_harness;
+    QString ws, build, out, homeLang;
+    const QString redownload = "Please re-download a complete copy of source codes.";
+
+    ControllerHarness &h() { return *m_harness; }
+    AppController &c() { return m_harness->controller; }
+
+    // The update's check names every missing folder, starts nothing and
+    // fetches nothing.
+    bool updateRefused(const QStringList &missing)
     {
-        WorkspaceFixture fixture;
-        ControllerHarness::configure(fixture.workspace(), fixture.output(), 0);
-        ControllerHarness h;
-        AppController &c = h.controller;
-        const QString ws = fixture.workspace(), build = ws + "/build", out = fixture.output();
-        const QString redownload = "Please re-download a complete copy of source codes.";
-        const auto updateRefused = [&](const QStringList &missing) {
-            h.perform(AppController::TagUpdate);
-            QString expected = "\nChecking files...\n";
-            for (const QString &folder : missing)
-                expected += "Failure.\nError: " + ws + folder + " or .git in it not found!"
-                            + (folder.isEmpty() ? redownload : "Please re-initialize it.");
-            return h.console() == expected && c.unixTask.isNull() && h.isIdle();
-        };
-        QVERIFY2(updateRefused({""}), qPrintable(h.console()));
-        fixture.checkoutMain(); // the modules' folders are empty
-        fixture.pushCommit("main", "NEWS.txt", "release notes\n");
-        QVERIFY2(updateRefused({"/lang", "/tools"}), qPrintable(h.console()));
+        h().perform(AppController::TagUpdate);
+        QString expected = "\nChecking files...\n";
+        for (const QString &folder : missing)
+            expected += "Failure.\nError: " + ws + folder + " or .git in it not found!"
+                        + (folder.isEmpty() ? redownload : "Please re-initialize it.");
+        return h().console() == expected && c().unixTask.isNull() && h().isIdle();
+    }
+
+    // A compile that runs every stage, with the transcript they print.
+    QString compiledTranscript() const
+    {
+        return "\nCompiling...\n\nBuild in: " + build + "\nOutput: " + out
+               + "\n\nMoving files to output folder...\nDone.\n\nAll done.\n";
+    }
+
+private slots:
+    void initTestCase()
+    {
+        m_fixture = std::make_unique<WorkspaceFixture>();
+        QVERIFY(m_fixture->isValid());
+        ws = m_fixture->workspace();
+        build = ws + "/build";
+        out = m_fixture->output();
+        homeLang = TestSupport::homeDir() + "/lang";
+        ControllerHarness::configure(ws, out, 0);
+        m_harness = std::make_unique<ControllerHarness>();
+    }
+    void cleanupTestCase()
+    {
+        m_harness.reset();
+        m_fixture.reset();
+    }
+
+    void updateRefusesAnIncompleteWorkspace()
+    {
+        QVERIFY2(updateRefused({""}), qPrintable(h().console()));
+        m_fixture->checkoutMain(); // the modules' folders are empty
+        m_fixture->pushCommit("main", "NEWS.txt", "release notes\n");
+        QVERIFY2(updateRefused({"/lang", "/tools"}), qPrintable(h().console()));
         QVERIFY(QDir().rename(ws + "/.git", ws + "/.git-away"));
-        QVERIFY2(updateRefused({"", "/lang", "/tools"}), qPrintable(h.console()));
+        QVERIFY2(updateRefused({"", "/lang", "/tools"}), qPrintable(h().console()));
         QVERIFY(QDir().rename(ws + "/.git-away", ws + "/.git"));
         QVERIFY(!QFile::exists(ws + "/NEWS.txt"));
-        fixture.cloneModule(fixture.langURL(), "lang");
-        fixture.cloneModule(fixture.toolsURL(), "tools");
-        fixture.pushCommit("lang", "fr.txt", "Executer\n");
+    }
 
-        h.perform(AppController::TagUpdate);
-        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nAll done.\n"), Patience);
+    void updatePullsTheSourcesThenTheModules()
+    {
+        m_fixture->cloneModule(m_fixture->langURL(), "lang");
+        m_fixture->cloneModule(m_fixture->toolsURL(), "tools");
+        m_fixture->pushCommit("lang", "fr.txt", "Executer\n");
+        h().perform(AppController::TagUpdate);
+        QTRY_VERIFY_WITH_TIMEOUT(h().console().endsWith("\nAll done.\n"), Patience);
         // Only the application's own messages; the check header was replaced.
-        QCOMPARE(h.console(), "\nUpdating source codes...\n"
-                              "\nChecking for update of ZELMOR master...\nDone.\n"
-                              "\nChecking for update of submodules...\nDone.\n \nAll done.\n");
+        QCOMPARE(h().console(), "\nUpdating source codes...\n"
+                                "\nChecking for update of ZELMOR master...\nDone.\n"
+                                "\nChecking for update of submodules...\nDone.\n \nAll done.\n");
         QVERIFY(QFile::exists(ws + "/NEWS.txt") && QFile::exists(ws + "/lang/fr.txt"));
-        QVERIFY(h.isIdle() && c.now == 1);
+        QVERIFY(h().isIdle() && c().now == 1);
+    }
 
-        // With the log on, git's progress reads as in a terminal: each phase
-        // once, with its final figures, though with this many new objects
-        // git redraws each phase many times over.
+    // With the log on, git's progress reads as in a terminal: each phase
+    // once, with its final figures, though with this many new objects git
+    // redraws each phase many times over.
+    void updateLogShowsEachProgressPhaseOnce()
+    {
         for (int i = 0; i < 300; ++i)
-            writeFile(fixture.root() + QStringLiteral("/zelmor.work/notes/%1").arg(i),
+            writeFile(m_fixture->root() + QStringLiteral("/zelmor.work/notes/%1").arg(i),
                       QByteArray::number(i).repeated(40 + i));
-        fixture.pushCommit("main", "notes/last", "last\n");
+        m_fixture->pushCommit("main", "notes/last", "last\n");
         SettingsStore::standard().setObject(SettingsKeys::Log, 1);
-        h.perform(AppController::TagUpdate);
-        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nAll done.\n"), Patience);
+        h().perform(AppController::TagUpdate);
+        QTRY_VERIFY_WITH_TIMEOUT(h().console().endsWith("\nAll done.\n"), Patience);
         SettingsStore::standard().setObject(SettingsKeys::Log, 0);
-        const QString log = h.console();
+        const QString log = h().console();
         QVERIFY(!log.contains(u'\r'));
         int phases = 0;
         for (const QString phase : {"Counting objects", "Compressing objects", "Receiving objects",
@@ -92,62 +125,70 @@ private slots:
             phases += int(shown);
         }
         QVERIFY2(phases >= 2, qPrintable(log));
+    }
 
-        const QString homeLang = TestSupport::homeDir() + "/lang";
+    // An output folder above the workspace is refused before anything is
+    // touched: the copy stage would empty it.
+    void compileRefusesAnOutputFolderHoldingTheWorkspace()
+    {
         QVERIFY(QDir(ws + "/android/assets").removeRecursively());
         QVERIFY(QDir().rename(ws + "/.git", ws + "/.git-away"));
         writeFile(build + "/stale.txt", "old\n");
-
-        // An output folder above the workspace is refused before anything is
-        // touched: the copy stage would empty it.
-        SettingsStore::standard().setObject(SettingsKeys::Output, fixture.root());
-        h.perform(AppController::TagCompile);
-        QCOMPARE(h.console(), "\nChecking files...\n\nFailure.\nError: " + fixture.root()
-                                  + " is your home folder or the workspace, or holds one of them!"
-                                    " Compiling empties the output folder: please choose another"
-                                    " one.\n");
-        QVERIFY(c.unixTask.isNull() && h.isIdle() && QFile::exists(build + "/stale.txt"));
+        SettingsStore::standard().setObject(SettingsKeys::Output, m_fixture->root());
+        h().perform(AppController::TagCompile);
         SettingsStore::standard().setObject(SettingsKeys::Output, out);
+        QCOMPARE(h().console(), "\nChecking files...\n\nFailure.\nError: " + m_fixture->root()
+                                    + " is your home folder or the workspace, or holds one of "
+                                      "them! Compiling empties the output folder: please choose "
+                                      "another one.\n");
+        QVERIFY(c().unixTask.isNull() && h().isIdle() && QFile::exists(build + "/stale.txt"));
+    }
 
-        // No .git: both problems are reported and nothing starts, but the
-        // build folder is prepared before anything is checked.
-        h.perform(AppController::TagCompile);
-        QCOMPARE(h.console(), "\nChecking files...\n\n'asssets' not found in " + ws + "/Android."
-                                  + redownload + "\n\n.git not found in " + ws + "." + redownload
-                                  + "\n");
-        QVERIFY(c.unixTask.isNull() && h.isIdle());
+    // No .git: both problems are reported and nothing starts, but the build
+    // folder is prepared before anything is checked.
+    void compileWithoutGitReportsBothProblems()
+    {
+        h().perform(AppController::TagCompile);
+        QCOMPARE(h().console(), "\nChecking files...\n\n'asssets' not found in " + ws
+                                    + "/Android." + redownload + "\n\n.git not found in " + ws
+                                    + "." + redownload + "\n");
+        QVERIFY(c().unixTask.isNull() && h().isIdle());
         QVERIFY(QFileInfo(build).isDir() && QDir(build).isEmpty());
+    }
 
-        // Assets still missing and a source make cannot compile: the check
-        // already reset the window, yet cmake runs, and the copy stage follows
-        // the failed make. The home folder's lang is removed before the copy,
-        // whose chain of cp stops at the missing assets.
+    // Assets still missing and a source make cannot compile: the check
+    // already reset the window, yet cmake runs, and the copy stage follows
+    // the failed make. The home folder's lang is removed before the copy,
+    // whose chain of cp stops at the missing assets.
+    void compileGoesOnPastAFailedMake()
+    {
         QVERIFY(QDir().rename(ws + "/.git-away", ws + "/.git"));
         writeFile(ws + "/main.c", "int main(void) { return }\n");
         writeFile(homeLang + "/obsolete.txt", "old\n");
-        c.perform();
-        QVERIFY(h.isIdle() && !c.unixTask.isNull());
-        const QString compiled = "\nCompiling...\n\nBuild in: " + build + "\nOutput: " + out
-                                 + "\n\nMoving files to output folder...\nDone.\n\nAll done.\n";
-        QTRY_COMPARE_WITH_TIMEOUT(h.console(), compiled, Timeout);
+        h().perform(AppController::TagCompile);
+        QVERIFY(h().isIdle() && !c().unixTask.isNull());
+        QTRY_COMPARE_WITH_TIMEOUT(h().console(), compiledTranscript(), Timeout);
         QVERIFY(QFile::exists(build + "/CMakeCache.txt") && !QFile::exists(build + "/ZELMORSDL"));
         QVERIFY(!QFile::exists(homeLang) && !QFile::exists(ws + "/assets"));
+    }
 
-        // A clean checkout over leftovers of earlier runs and of the user,
-        // all of which must go.
+    // A clean checkout over leftovers of earlier runs and of the user, all of
+    // which must go.
+    void compileFromACleanCheckoutFillsTheOutputFolder()
+    {
         TestSupport::git(ws, {"checkout", "-q", "--", "."});
         writeFile(build + "/old/object.o", "stale\n");
         writeFile(out + "/notes.txt", "the user's\n");
         writeFile(ws + "/assets/obsolete.png", "old\n");
         writeFile(ws + "/SDL/assets/obsolete.png", "old\n");
         writeFile(homeLang + "/obsolete.txt", "old\n");
-        c.perform();
-        QTRY_COMPARE_WITH_TIMEOUT(h.console(), compiled, Timeout);
-        QVERIFY(h.isIdle() && !QFile::exists(build + "/old"));
-        QCOMPARE(c.now, 2); // the copy was the last stage
+        h().perform(AppController::TagCompile);
+        QTRY_COMPARE_WITH_TIMEOUT(h().console(), compiledTranscript(), Timeout);
+        QVERIFY(h().isIdle() && !QFile::exists(build + "/old"));
+        QCOMPARE(c().now, 2); // the copy was the last stage
         // make's bracketed percentages drove the bar, on a scale of 100.
-        QCOMPARE(c.progressbar->doubleValue(), 100.0);
-        QCOMPARE(c.progressbar->maxValue(), 100.0);
+        QCOMPARE(c().progressbar->doubleValue(), 100.0);
+        QCOMPARE(c().progressbar->maxValue(), 100.0);
 
         // Both asset copies and the output's are exactly the Android tree;
         // the output folder holds the program and its assets, nothing else.
@@ -163,21 +204,24 @@ private slots:
         // The workspace's lang module replaced the home folder's.
         QCOMPARE(TestSupport::readFile(homeLang + "/en.txt"), QByteArray("Perform\n"));
         QVERIFY(!QFile::exists(homeLang + "/obsolete.txt"));
+    }
 
-        // Stopped during a build step that takes its time: no copy follows.
+    // Stopped during a build step that takes its time: no copy follows.
+    void stopDuringMakeSkipsTheCopy()
+    {
         QFile cmake(ws + "/CMakeLists.txt");
         QVERIFY(cmake.open(QIODevice::Append));
         cmake.write("add_custom_target(slowstep ALL COMMAND ${CMAKE_COMMAND} -E touch make-started"
                     " COMMAND sleep 120 VERBATIM)\n");
         cmake.close();
         writeFile(out + "/notes.txt", "the user's\n");
-        c.perform();
+        h().perform(AppController::TagCompile);
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(build + "/make-started"), Timeout);
-        QVERIFY(c.now == 1 && h.button() == "Stop");
-        c.perform();
-        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nTask terminated by user.\n"), 30000);
-        QVERIFY(c.unixTask.isNull() && c.now == 1 && h.isIdle());
-        QVERIFY(!h.console().contains("Moving files") && QFile::exists(out + "/notes.txt"));
+        QVERIFY(c().now == 1 && h().button() == "Stop");
+        c().perform();
+        QTRY_VERIFY_WITH_TIMEOUT(h().console().endsWith("\nTask terminated by user.\n"), 30000);
+        QVERIFY(c().unixTask.isNull() && c().now == 1 && h().isIdle());
+        QVERIFY(!h().console().contains("Moving files") && QFile::exists(out + "/notes.txt"));
     }
 };
 

@@ -26,7 +26,6 @@ namespace {
 // update, so git has released the repository's lock files.
 constexpr int UpdatePauseMs = 1000;
 constexpr int CountdownSeconds = 10;
-constexpr int CountdownTickMs = 1000;
 } // namespace
 
 AppController::AppController(MainWindow *w, QObject *parent)
@@ -231,30 +230,40 @@ void AppController::continueAfterUpdatePause()
 
 void AppController::openReadyToInstallModulePrompt()
 {
-    countdown = CountdownSeconds;
     if (iAlert)
         iAlert->deleteLater();
     iAlert = new AlertSheet(window);
     iAlert->addButtonWithTitle(tr("Perform"));
     iAlert->addButtonWithTitle(tr("Cancel"));
     iAlert->setMessageText(tr("Ready to install modules"));
-    iAlert->setInformativeText(formatText(
-        QStringLiteral("%@\n%@..."),
-        {tr("Main source codes are ready. Do you want to get modules initialized right now?"),
-         formatText(tr("Count down %d secs"), {QString::number(countdown)})}));
-    QPointer<AlertSheet> sheet = iAlert;
-    iAlert->beginSheet(window, [this, sheet](int returnCode) {
-        alertDidEndForReadytoInstallModule(returnCode);
-        if (sheet)
-            sheet->deleteLater();
-    });
+    iAlert->setCountdown(
+        CountdownSeconds,
+        [](int count) {
+            // Until the first tick the question names plain "modules".
+            const QString question =
+                count == CountdownSeconds
+                    ? tr("Main source codes are ready. Do you want to get modules initialized "
+                         "right now?")
+                    : tr("Main source codes are ready. Do you want to get essential modules "
+                         "initialized right now?");
+            return formatText(
+                QStringLiteral("%@\n%@..."),
+                {question, formatText(tr("Count down %d secs"), {QString::number(count)})});
+        },
+        [this] { timeCountdownOfReadytoInstallModule(); });
+    // Kept, hidden, once answered, until the next prompt replaces it.
+    iAlert->beginSheet(window,
+                       [this](int returnCode) { alertDidEndForReadytoInstallModule(returnCode); });
+}
 
-    if (timer)
-        timer->deleteLater();
-    timer = new QTimer(this);
-    timer->setInterval(CountdownTickMs);
-    connect(timer, &QTimer::timeout, this, [this] { timeCountdownOfReadytoInstallModule(); });
-    timer->start();
+QTimer *AppController::timer() const
+{
+    return iAlert ? iAlert->countdownTimer() : nullptr;
+}
+
+qint32 AppController::countdown() const
+{
+    return iAlert ? iAlert->countdown() : 0;
 }
 
 AlertSheet *AppController::showAlertAtWindow(QWidget *parentWindow, const QString &title,

@@ -58,9 +58,9 @@ public:
     MessageBar *messageBar = nullptr;      // says what went wrong, below the console
 
     // --- State ---------------------------------------------------------------
-    QTimer *timer = nullptr;           // ready-to-install-modules countdown
-    int countdown = 10;
-    QPointer<AlertSheet> iAlert;
+    QPointer<AlertSheet> iAlert;       // the ready-to-install-modules prompt, which counts down
+    QTimer *timer() const;             // its one-second tick
+    qint32 countdown() const;          // its seconds left
     QString rootDirectory;
     QString outputDirectory;
     QString buildFolder;

@@ -12,7 +12,6 @@
 #include <QDateTime>
 #include <QFile>
 #include <QSaveFile>
-#include <QTimer>
 
 #include <cstdio>
 
@@ -214,23 +213,11 @@ void AppController::moduleAlertDidEnd(int returnCode)
 
 void AppController::timeCountdownOfReadytoInstallModule()
 {
-    countdown -= 1;
-    if (iAlert) {
-        // From the first tick on the question names "essential" modules.
-        iAlert->setInformativeText(formatText(
-            QStringLiteral("%@\n%@..."),
-            {tr("Main source codes are ready. Do you want to get essential modules initialized "
-                "right now?"),
-             formatText(tr("Count down %d secs"), {QString::number(countdown)})}));
-    }
-    if (countdown != 0)
+    // The sheet has counted and rewritten its question; at 0 it has ended
+    // without a button, and the handler's dismiss branch has restored the
+    // idle look before the module operation begins.
+    if (countdown() != 0)
         return;
-    if (timer)
-        timer->stop();
-    // Ending the sheet without a button runs its handler's dismiss branch,
-    // which restores the idle look before the module operation begins.
-    if (iAlert)
-        iAlert->endSheet();
     outputField->insertText(tr("Ready to start initializing modules. Please wait..."));
     selectItemWithTag(TagModules);
     InstallModuleCheck();
@@ -238,9 +225,9 @@ void AppController::timeCountdownOfReadytoInstallModule()
 
 void AppController::alertDidEndForReadytoInstallModule(int returnCode)
 {
+    if (iAlert)
+        iAlert->stopCountdown();
     if (returnCode == AlertSheet::FirstButtonReturn) {
-        if (timer)
-            timer->stop();
         outputField->insertText(tr("Ready to start initializing modules. Please wait..."));
         selectItemWithTag(TagModules);
         InstallModuleCheck();
@@ -248,8 +235,6 @@ void AppController::alertDidEndForReadytoInstallModule(int returnCode)
     }
     stopRequest = 0;
     stopTask();
-    if (timer)
-        timer->stop();
     if (iAlert)
         iAlert->orderOut();
 }

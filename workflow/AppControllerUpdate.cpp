@@ -3,6 +3,7 @@
 #include "platform/Relaunch.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
+#include "widgets/AlertSheet.h"
 #include "widgets/ConsoleView.h"
 #include "workflow/ModuleRules.h"
 #include "workflow/TextFormat.h"
@@ -80,6 +81,6 @@ void AppController::startUpdateModule()
 // Kept for a sheet that offers a restart; the first button restarts.
 void AppController::alertDidEndForRestart(int returnCode)
 {
-    if (returnCode == 1000)
+    if (returnCode == AlertSheet::FirstButtonReturn)
         Relaunch::relaunchAfterDelay(2.0f);
 }

@@ -51,14 +51,6 @@ struct ControllerHarness
         return button() == QLatin1String("Perform") && !controller.spinner->isAnimating();
     }
 
-    // What perform() does before a check method starts the first child.
-    void runAsOperation(int tag, const QString &command, const QString &folder)
-    {
-        controller.selectItemWithTag(tag);
-        controller.buttonPerform->setText(QStringLiteral("Stop"));
-        controller.runUnixTask(command, folder);
-    }
-
     // A sheet left open by a failed test must not answer for the next one.
     static void endSheets()
     {

@@ -113,10 +113,25 @@ QString makeBareRepository(const QString &parentFolder, const QString &name,
     return bare;
 }
 
-void writeScript(const QString &path, const QByteArray &script)
+void writeScript(const QString &path, const QByteArray &script, const QByteArray &shell)
 {
-    writeFile(path, "#!/bin/sh\n" + script);
+    writeFile(path, "#!" + shell + '\n' + script);
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+FakeTools::FakeTools() : m_path(qgetenv("PATH"))
+{
+    qputenv("PATH", QFile::encodeName(m_bin.path()) + ':' + m_path);
+}
+
+FakeTools::~FakeTools()
+{
+    qputenv("PATH", m_path);
+}
+
+void FakeTools::add(const QString &name, const QByteArray &script) const
+{
+    writeScript(m_bin.path() + '/' + name, script, "/bin/bash");
 }
 
 void makeScriptBundle(const QString &bundle, const QString &identifier, const QByteArray &script)

@@ -30,7 +30,26 @@ void writeFile(const QString &path, const QByteArray &content);
 QByteArray readFile(const QString &path);
 
 // An executable shell script (script without its #! line).
-void writeScript(const QString &path, const QByteArray &script);
+void writeScript(const QString &path, const QByteArray &script,
+                 const QByteArray &shell = "/bin/sh");
+
+// Stand-ins for slow or unreachable tools: shell scripts in a folder that is
+// first on PATH while the object lives, so the children the application
+// starts meanwhile run them instead of the real tools.
+class FakeTools
+{
+public:
+    FakeTools();
+    ~FakeTools();
+    FakeTools(const FakeTools &) = delete;
+    FakeTools &operator=(const FakeTools &) = delete;
+    // The program name runs script (without its #! line) in bash.
+    void add(const QString &name, const QByteArray &script) const;
+
+private:
+    QTemporaryDir m_bin;
+    QByteArray m_path;
+};
 
 // A repository with one commit holding the given files (relative path ->
 // content), cloned bare into "<bare>" so it can be cloned and pushed to.
