@@ -5,8 +5,8 @@
 #   workflow, settings       engine and main window; settings store and its windows
 #   widgets, platform        reusable controls; what differs between systems
 #   text                     pure functions on text (pieces, numbers)
-# The companions sit beside them and use platform and text. A folder may
-# always include its own files; tests/, bench/ and tools/ may include
+# The companions sit beside them and use widgets, platform and text. A folder
+# may always include its own files; tests/, bench/ and tools/ may include
 # anything.
 set -euo pipefail
 root="${1:-$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)}"
@@ -22,7 +22,7 @@ allowed() { # allowed <from-folder> <to-folder> <header>
         # The engine reads and writes settings, but opens none of their windows.
         workflow:settings) case "$header" in *Prefs*|*LoginAgent*) return 1 ;; esac; return 0 ;;
         settings:widgets|settings:platform) return 0 ;;
-        companions/*:platform) return 0 ;;
+        companions/*:widgets|companions/*:platform) return 0 ;;
     esac
     return 1
 }
@@ -50,5 +50,5 @@ while IFS= read -r file; do
 done < <(find app workflow settings widgets platform text companions -type f \
             \( -name '*.h' -o -name '*.cpp' \) 2>/dev/null | sort)
 
-[ "$status" -eq 0 ] || echo "Includes must go downward: app > workflow, settings > widgets, platform > text; companions > platform, text." >&2
+[ "$status" -eq 0 ] || echo "Includes must go downward: app > workflow, settings > widgets, platform > text; companions > widgets, platform, text." >&2
 exit "$status"
