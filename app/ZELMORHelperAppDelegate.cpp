@@ -3,7 +3,6 @@
 #include "BuildConfig.h"
 #include "platform/Bundle.h"
 #include "platform/CompanionChannel.h"
-#include "platform/Mnemonics.h"
 #include "settings/PathRules.h"
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
@@ -11,6 +10,7 @@
 #include "ui_MainWindow.h"
 #include "ui_wizard.h"
 #include "widgets/FolderChoice.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/Popover.h"
 #include "workflow/MainWindow.h"
 

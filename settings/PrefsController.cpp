@@ -3,7 +3,6 @@
 #include "ui_Preferences.h"
 
 #include "platform/Bundle.h"
-#include "platform/Mnemonics.h"
 #include "platform/Relaunch.h"
 #include "settings/LoginAgent.h"
 #include "settings/PathRules.h"
@@ -12,6 +11,7 @@
 #include "widgets/AccessibleRoles.h"
 #include "widgets/AlertSheet.h"
 #include "widgets/FolderChoice.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/Popover.h"
 
 #include <QActionGroup>

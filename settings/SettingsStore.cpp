@@ -2,6 +2,7 @@
 
 #include "BuildConfig.h"
 #include "settings/SettingsKeys.h"
+#include "text/TextNumbers.h"
 
 #include <QMutex>
 #include <QSet>
@@ -117,26 +118,8 @@ bool SettingsStore::isEqualToString(const QString &key, const QString &text) con
 int intValueOf(const QVariant &value)
 {
     switch (value.typeId()) {
-    case QMetaType::QString: {
-        const QString s = value.toString();
-        qsizetype i = 0;
-        while (i < s.size() && s.at(i).isSpace())
-            ++i;
-        bool negative = false;
-        if (i < s.size() && (s.at(i) == QLatin1Char('+') || s.at(i) == QLatin1Char('-'))) {
-            negative = s.at(i) == QLatin1Char('-');
-            ++i;
-        }
-        long long n = 0;
-        for (; i < s.size() && s.at(i) >= QLatin1Char('0') && s.at(i) <= QLatin1Char('9'); ++i) {
-            n = n * 10 + (s.at(i).unicode() - '0');
-            if (n > static_cast<long long>(INT_MAX) + 1)
-                n = static_cast<long long>(INT_MAX) + 1;
-        }
-        if (negative)
-            n = -n;
-        return static_cast<int>(std::clamp<long long>(n, INT_MIN, INT_MAX));
-    }
+    case QMetaType::QString:
+        return TextNumbers::integerValue(value.toString());
     case QMetaType::Double:
     case QMetaType::Float: {
         // Converting NaN, or a double outside int's range, is undefined;

@@ -1,10 +1,13 @@
 #include "TestSupport.h"
 
 #include "widgets/ConsoleView.h"
+#include "widgets/Contrast.h"
 #include "widgets/TerminalText.h"
 
 #include <QScrollBar>
 #include <QTextBlock>
+
+using TestSupport::columns;
 
 static QString numberedLines(int from, int to)
 {
@@ -90,6 +93,47 @@ private slots:
         QTextCursor green(view.document()->findBlockByNumber(2));
         green.movePosition(QTextCursor::NextCharacter);
         QCOMPARE(green.charFormat().foreground().style(), Qt::SolidPattern);
+    }
+
+    // A tool's colour keeps its hue but is shaded until it reads well on
+    // what it is shown on: the console's base in a light or a dark
+    // appearance, or a background the tool asked for. -1: no hue to keep.
+    void toolColoursAreReadable_data()
+    {
+        columns<QRgb, QString, int>({"base", "output", "hue"});
+        QTest::newRow("yellow on white") << 0xffffffu << "\x1b[33mY" << 60;
+        QTest::newRow("blue on black") << 0x000000u << "\x1b[34mB" << 240;
+        QTest::newRow("red on dark grey") << 0x1e1e1eu << "\x1b[31mR" << 0;
+        QTest::newRow("white on light grey") << 0xe0e0e0u << "\x1b[97mW" << -1;
+        QTest::newRow("white on mid grey") << 0x808080u << "\x1b[97mW" << -1;
+        QTest::newRow("grey on a green the tool chose") << 0xffffffu << "\x1b[37;42mG" << -1;
+        QTest::newRow("inverse on black") << 0x000000u << "\x1b[7;34mI" << -1;
+    }
+    void toolColoursAreReadable()
+    {
+        QFETCH(QRgb, base);
+        QFETCH(QString, output);
+        QFETCH(int, hue);
+        ConsoleView view;
+        QPalette palette = view.palette();
+        palette.setColor(QPalette::Base, QColor(base));
+        palette.setColor(QPalette::Text, qGray(base) < 128 ? Qt::white : Qt::black);
+        view.setPalette(palette);
+        view.insertToolOutput(output);
+        QTRY_VERIFY(!view.hasPending());
+        QTextCursor cursor(view.document());
+        cursor.movePosition(QTextCursor::End);
+        const QTextCharFormat format = cursor.charFormat();
+        const QColor background = format.hasProperty(QTextFormat::BackgroundBrush)
+                                      ? format.background().color()
+                                      : QColor(base);
+        const QColor shown = format.foreground().color();
+        QVERIFY2(Contrast::ratio(shown, background) >= Contrast::MinimumTextRatio,
+                 qPrintable(shown.name() + " on " + background.name()));
+        if (hue >= 0) {
+            const int distance = qAbs(shown.hslHue() - hue) % 360;
+            QVERIFY2(qMin(distance, 360 - distance) <= 6, qPrintable(shown.name()));
+        }
     }
 
     void insertsAtTheCaretWithinTheScrollback()

@@ -1,5 +1,7 @@
 #include "widgets/ConsoleView.h"
 
+#include "widgets/Contrast.h"
+
 #include <QEvent>
 #include <QFontDatabase>
 #include <QScrollBar>
@@ -7,7 +9,6 @@
 #include <QTextCursor>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 // How much text a slice moves at most between two looks at the clock.
@@ -44,34 +45,6 @@ QColor terminalColour(quint32 colour)
     return paletteColour(int(colour & 0xFF));
 }
 
-qreal luminance(const QColor &colour)
-{
-    auto channel = [](qreal c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-    return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF())
-           + 0.0722 * channel(colour.blueF());
-}
-
-qreal contrast(const QColor &a, const QColor &b)
-{
-    const qreal la = luminance(a), lb = luminance(b);
-    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
-}
-
-// The colour a tool asked for, made lighter or darker until it reads well on
-// the background: yellow on a white console turns to ochre, blue on a black
-// one to a light blue. Its hue stays, so red still means red.
-QColor readableOn(QColor colour, const QColor &background)
-{
-    constexpr qreal Wanted = 4.5;
-    const bool darken = luminance(background) > 0.5;
-    for (int step = 0; step < 16 && contrast(colour, background) < Wanted; ++step) {
-        float h, s, l, a;
-        colour.getHslF(&h, &s, &l, &a);
-        l = darken ? std::max(0.0f, l - 0.07f) : std::min(1.0f, l + 0.07f);
-        colour.setHslF(h, s, l, a);
-    }
-    return colour;
-}
 } // namespace
 
 ConsoleView::ConsoleView(QWidget *parent) : QPlainTextEdit(parent)
@@ -180,7 +153,10 @@ const QTextCharFormat &ConsoleView::format(TerminalText::Style style)
             background = terminalColour(TerminalText::background(style));
         if (style & TerminalText::Inverse)
             std::swap(foreground, background);
-        foreground = readableOn(foreground, background);
+        // A tool's colour is made lighter or darker until it reads well on
+        // its background: yellow on a white console turns to ochre, blue on a
+        // black one to a light blue. Its hue stays, so red still means red.
+        foreground = Contrast::textColor(foreground, background, foreground);
         if (style & TerminalText::Faint) {
             foreground = QColor::fromRgbF((foreground.redF() + background.redF()) / 2,
                                           (foreground.greenF() + background.greenF()) / 2,

@@ -1,5 +1,7 @@
 #include "widgets/TerminalText.h"
 
+#include "text/TextNumbers.h"
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -26,17 +28,11 @@ bool isC0(char16_t c)
     return c < 0x20;
 }
 
-// A number of a sequence's parameters; an empty one is 0, an absurd one
-// stays absurd without overflowing.
+// A number of a sequence's parameters: its leading digits, 0 when there are
+// none; an absurd one stays absurd without overflowing.
 int number(QStringView text)
 {
-    int value = 0;
-    for (QChar c : text) {
-        if (c < u'0' || c > u'9')
-            break;
-        value = std::min(value * 10 + (c.unicode() - u'0'), 1000000);
-    }
-    return value;
+    return static_cast<int>(TextNumbers::leadingDigits(text, 1000000).value);
 }
 
 } // namespace
@@ -360,23 +356,9 @@ void TerminalText::selectGraphicRendition()
     // read without allocating; a parameter list is at most MaxParams long.
     std::array<int, MaxParams + 1> values;
     qsizetype count = 0;
-    int value = 0;
-    bool inNumber = true;
-    bool colons = false;
-    for (QChar c : std::as_const(m_params)) {
-        if (c == u';') {
-            values[count++] = value;
-            value = 0;
-            inNumber = true;
-        } else if (inNumber && c >= u'0' && c <= u'9') {
-            value = std::min(value * 10 + (c.unicode() - u'0'), 1000000);
-        } else {
-            // The rest of the field is not part of its number.
-            inNumber = false;
-            colons = colons || c == u':';
-        }
-    }
-    values[count++] = value;
+    for (QStringView field : QStringView(m_params).tokenize(u';'))
+        values[count++] = number(field);
+    const bool colons = m_params.contains(u':');
 
     QList<QStringView> fields;
     if (colons)

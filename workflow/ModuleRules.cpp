@@ -1,5 +1,7 @@
 #include "workflow/ModuleRules.h"
 
+#include "text/TextPieces.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -13,23 +15,6 @@
 #include <sys/stat.h>
 
 namespace {
-
-// Splits at every character of separators; each separator ends a token, so
-// neighbouring separators give empty tokens and a trailing one gives an empty
-// last token. Nothing is trimmed.
-QStringList splitAtAny(const QString &text, QStringView separators)
-{
-    QStringList tokens;
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (separators.contains(text.at(i))) {
-            tokens.append(text.mid(start, i - start));
-            start = i + 1;
-        }
-    }
-    tokens.append(text.mid(start));
-    return tokens;
-}
 
 // One word that bash hands over literally, and git does not read as an
 // option.
@@ -73,7 +58,7 @@ ModuleEntryVerdict checkModuleEntry(const QString &url, const QString &name)
 
 QStringList moduleURLsFromGitmodules(const QString &text)
 {
-    const QStringList tokens = splitAtAny(text, u" \n");
+    const QList<QStringView> tokens = TextPieces::splitAtAny(text, u" \n");
     // The last token is never looked at: an entry without a final line feed
     // loses its URL.
     const qsizetype limit = tokens.size() - 1;
@@ -81,17 +66,17 @@ QStringList moduleURLsFromGitmodules(const QString &text)
     if (limit < 8)
         return urls;
     for (qsizetype position = 7; position < limit; position += 8)
-        urls.append(tokens.at(position));
+        urls.append(tokens.at(position).toString());
     return urls;
 }
 
 QString moduleNameFromURL(const QString &url, bool *ok)
 {
-    const QStringList tokens = splitAtAny(url, u"./-");
+    const QList<QStringView> tokens = TextPieces::splitAtAny(url, u"./-");
     const bool named = tokens.size() >= 2;
     if (ok)
         *ok = named;
-    return named ? tokens.at(tokens.size() - 2) : QString();
+    return named ? tokens.at(tokens.size() - 2).toString() : QString();
 }
 
 QString dateSuffix(const QDateTime &when)

@@ -15,12 +15,8 @@ namespace OutputParsing {
 // The label shown beside the bar when no transfer speed is known.
 inline constexpr QStringView IdleSpeedLabel = u"ZELMOR";
 
-// Splits text at every character of separators. Each separator ends a piece,
-// so neighbouring separators give empty pieces and text ending in a separator
-// gives an empty last piece. Nothing is trimmed.
-QStringList splitPieces(QStringView text, QStringView separators);
-
-// make's output is split at blank, "%", "[" and "]"; git's at blank and "|".
+// make's output is split at blank, "%", "[" and "]"; git's at blank and "|"
+// (TextPieces::splitAtAny).
 inline constexpr QStringView MakeSeparators = u" %[]";
 inline constexpr QStringView GitSeparators = u" |";
 

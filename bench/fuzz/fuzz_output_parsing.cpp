@@ -2,7 +2,8 @@
 // tool prints, parsing must neither crash nor disagree with the plain
 // definition it shortcuts. Built and run by bench/fuzz.sh.
 
-#include "settings/SettingsStore.h"
+#include "text/TextNumbers.h"
+#include "text/TextPieces.h"
 #include "workflow/ModuleRules.h"
 #include "workflow/OutputParsing.h"
 #include "workflow/TextFormat.h"
@@ -25,11 +26,11 @@ void check(bool condition)
 // makeProgressValue() stops after four separators; this is the definition.
 std::optional<qint32> makeProgressReference(const QString &text)
 {
-    const QStringList pieces = splitPieces(text, MakeSeparators);
+    const QList<QStringView> pieces = TextPieces::splitAtAny(text, MakeSeparators);
     if (pieces.size() < 5)
         return std::nullopt;
     for (int index = 1; index <= 3; ++index) {
-        if (const int value = intValueOf(QVariant(pieces.at(index))))
+        if (const int value = TextNumbers::integerValue(pieces.at(index)))
             return value;
     }
     return std::nullopt;
@@ -49,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         check(number >= 0);
 
     const CloneProgress progress = cloneProgress(text);
-    check(progress.pieces == splitPieces(text, GitSeparators).size());
+    check(progress.pieces == TextPieces::splitAtAny(text, GitSeparators).size());
     if (progress.outcome == CloneProgress::Progress && numbers.size() >= 3) {
         check(progress.value == numbers.at(1) || progress.value == 0);
     }

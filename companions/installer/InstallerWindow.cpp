@@ -1,9 +1,9 @@
 #include "companions/installer/InstallerWindow.h"
 
 #include "companions/installer/InstallCommands.h"
-#include "platform/Contrast.h"
-#include "platform/Mnemonics.h"
 #include "ui_Installer.h"
+#include "widgets/Contrast.h"
+#include "widgets/Mnemonics.h"
 
 #include <QAccessibleWidget>
 #include <QClipboard>

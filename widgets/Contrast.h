@@ -3,7 +3,8 @@
 #include <QColor>
 #include <QPalette>
 
-// Text colours chosen against the palette in use, so that light and dark
+// Text colours chosen against the background they are shown on (a palette's
+// base, a colour a tool asked for in the console), so that light and dark
 // appearances both stay readable (a contrast ratio of at least 4.5:1, what
 // body text needs).
 namespace Contrast {

@@ -1,4 +1,4 @@
-#include "platform/Mnemonics.h"
+#include "widgets/Mnemonics.h"
 
 #include <QSet>
 

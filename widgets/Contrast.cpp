@@ -1,4 +1,4 @@
-#include "platform/Contrast.h"
+#include "widgets/Contrast.h"
 
 #include <algorithm>
 #include <cmath>
@@ -29,6 +29,8 @@ double ratio(const QColor &a, const QColor &b)
 QColor textColor(const QColor &hue, const QColor &background, const QColor &fallback)
 {
     const QColor hsl = hue.toHsl();
+    // Below this luminance white text contrasts more than black, so shades
+    // are sought towards white; at 0.18 both reach about 4.6:1.
     const bool darkBackground = luminance(background) < 0.18;
     // Walk the lightness away from the background's, from the hue's own
     // shade outwards; the first readable shade keeps the most colour.
@@ -38,7 +40,7 @@ QColor textColor(const QColor &hue, const QColor &background, const QColor &fall
         const QColor candidate = QColor::fromHsl(hsl.hslHue(), hsl.hslSaturation(), lightness);
         if (ratio(candidate, background) >= MinimumTextRatio)
             return candidate.toRgb();
-        if (lightness == 0 || lightness == 255)
+        if (lightness == (darkBackground ? 255 : 0)) // no further shade that way
             break;
     }
     return fallback;
