@@ -1,5 +1,6 @@
 #include "widgets/AccessibleRoles.h"
 
+#include "widgets/Mnemonics.h"
 #include "widgets/Popover.h"
 #include "widgets/Spinner.h"
 
@@ -54,19 +55,6 @@ private:
 
 const char *const PageTabProperty = "zelmorPageTab";
 
-// The button's title as read, without its mnemonic marks ("&&" is a literal
-// ampersand).
-QString withoutMnemonic(const QString &title)
-{
-    QString text;
-    for (qsizetype i = 0; i < title.size(); ++i) {
-        if (title.at(i) == QLatin1Char('&') && i + 1 < title.size())
-            ++i;
-        text.append(title.at(i));
-    }
-    return text;
-}
-
 class PageTabAccessible : public QAccessibleWidget
 {
 public:
@@ -78,7 +66,7 @@ public:
     {
         QString text = QAccessibleWidget::text(t);
         if (t == QAccessible::Name && text.isEmpty())
-            text = withoutMnemonic(button()->text());
+            text = Mnemonics::strip(button()->text());
         return text;
     }
     QAccessible::State state() const override
