@@ -88,6 +88,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Qt loads its display plugins at run time, where dpkg-shlibdeps cannot see them.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins")
 # What the operations start; the application runs without them and its
-# "Install Essentials" window names what is missing.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "git, cmake, make, g++, libsdl2-dev")
+# "Install Essentials" window installs what is missing through PackageKit.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "git, cmake, make, g++, libsdl2-dev, packagekit")
 include(CPack)

@@ -63,7 +63,7 @@ private slots:
         const QString fields =
             QString::fromUtf8(run("dpkg-deb", {"-f", m_deb, "Depends", "Recommends"}));
         for (const char *wanted : {"libqt6widgets6", "libqt6dbus6", "qt6-qpa-plugins",
-                                   "Recommends: git, cmake, make, g++, libsdl2-dev"})
+                                   "Recommends: git, cmake, make, g++, libsdl2-dev, packagekit"})
             QVERIFY2(fields.contains(wanted), qPrintable(fields));
         const QString entry = m_root + "/usr/share/applications/org.zelmor.ZELMORHelper";
         const QString metainfo =
