@@ -3,9 +3,10 @@
 // bar, a combo box, a button and a text view), started the same way in the
 // same run:
 //
-//   xvfb-run -a dbus-run-session -- build/bench/bench_startup [rounds]
+//   xvfb-run -a dbus-run-session -- build/bench/bench_startup [rounds] [bundle]
 //
-// (9 rounds unless told). A desktop has a session bus; without one, Qt in
+// (9 rounds unless told; the bundle is this build's unless another build's
+// is named, to compare two versions of the application on one machine). A desktop has a session bus; without one, Qt in
 // both programs first spends tens of milliseconds starting one of its own
 // through dbus-launch, which is no part of an ordinary start.
 //
@@ -214,7 +215,7 @@ int main(int argc, char *argv[])
     const std::string runtime =
         mkdtemp(memoryFolder) ? std::string(memoryFolder) : makeFolder(root_folder + "/runtime");
     const std::vector<std::string> env = environmentFor(root_folder, runtime);
-    const std::string bundle = ZELMOR_BUILD_BUNDLE_DIR;
+    const std::string bundle = argc > 2 ? argv[2] : ZELMOR_BUILD_BUNDLE_DIR;
     // The first launch is over: no sheet, the ordinary start.
     {
         const pid_t pid = spawn({bundle + "/Contents/Helpers/defaults", "write", ZELMOR_BUNDLE_ID,
