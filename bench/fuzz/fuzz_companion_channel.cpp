@@ -3,22 +3,13 @@
 // what the companion then shows is computed without overflow, and a status
 // line the application sends reads back as it was sent.
 
+#include "FuzzCheck.h"
 #include "companions/statusbar/StatusbarOptions.h"
 #include "platform/CompanionChannel.h"
 #include "platform/SingleInstance.h"
 
 #include <cstdint>
 #include <cstdlib>
-
-namespace {
-
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
@@ -43,6 +34,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
                   == CompanionChannel::Message::Status);
             check(back.operation == status.operation && back.value == status.value
                   && back.maximum == status.maximum && back.label == status.label);
+            break;
+        }
+        case CompanionChannel::Message::Problem: {
+            check(status.problem);
+            const QByteArray sent = CompanionChannel::problemMessage(status.operation, status.label);
+            check(sent.endsWith('\n') && sent.count('\n') == 1);
+            CompanionChannel::Status back;
+            check(CompanionChannel::parseMessage(sent.chopped(1), &back)
+                  == CompanionChannel::Message::Problem);
+            check(back.operation == status.operation && back.label == status.label);
             break;
         }
         case CompanionChannel::Message::Unknown:

@@ -4,6 +4,7 @@
 // TMPDIR into the fuzz build), so writing, locking and deleting are exercised
 // too. Every run ends with a known exit status and never leaves a lock.
 
+#include "FuzzCheck.h"
 #include "settings/DefaultsTool.h"
 
 #include <QDir>
@@ -17,11 +18,6 @@ namespace {
 
 QTemporaryDir *settingsFolder = nullptr;
 
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 } // namespace
 

@@ -3,6 +3,7 @@
 // only name as its evidence a line the tool really wrote. Built and run by
 // bench/fuzz.sh.
 
+#include "FuzzCheck.h"
 #include "workflow/FailureDiagnosis.h"
 #include "workflow/OutputTail.h"
 
@@ -10,16 +11,6 @@
 
 #include <cstdint>
 #include <cstdlib>
-
-namespace {
-
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {

@@ -6,6 +6,7 @@
 // each with the name the module rule derives) and, split at its first NUL,
 // as a URL and a name of any shape.
 
+#include "FuzzCheck.h"
 #include "workflow/ModuleRules.h"
 
 #include <QString>
@@ -17,11 +18,6 @@
 
 namespace {
 
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 bool allowed(QChar c)
 {

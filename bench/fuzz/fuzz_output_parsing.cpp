@@ -2,6 +2,7 @@
 // tool prints, parsing must neither crash nor disagree with the plain
 // definition it shortcuts. Built and run by bench/fuzz.sh.
 
+#include "FuzzCheck.h"
 #include "text/TextNumbers.h"
 #include "text/TextPieces.h"
 #include "workflow/ModuleRules.h"
@@ -17,11 +18,6 @@ using namespace OutputParsing;
 
 namespace {
 
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 // makeProgressValue() stops after four separators; this is the definition.
 std::optional<qint32> makeProgressReference(const QString &text)

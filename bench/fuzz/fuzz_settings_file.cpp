@@ -3,21 +3,12 @@
 // decoding neither crashes nor misreads, every value reads as an integer
 // without undefined behaviour, and what is written back reads the same.
 
+#include "FuzzCheck.h"
 #include "settings/SettingsFile.h"
 #include "settings/SettingsStore.h"
 
 #include <cstdint>
 #include <cstdlib>
-
-namespace {
-
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {

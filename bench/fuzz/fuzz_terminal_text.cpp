@@ -3,6 +3,7 @@
 // with the same text in the same styles, no line wider than a terminal line,
 // and styles that cover exactly the text. Built and run by bench/fuzz.sh.
 
+#include "FuzzCheck.h"
 #include "widgets/TerminalText.h"
 
 #include <QString>
@@ -12,11 +13,6 @@
 
 namespace {
 
-void check(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 struct Screen
 {
