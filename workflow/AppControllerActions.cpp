@@ -2,6 +2,7 @@
 
 #include "platform/Bundle.h"
 #include "platform/Relaunch.h"
+#include "widgets/FirstFrame.h"
 #include "workflow/MainWindow.h"
 
 namespace {
@@ -30,7 +31,9 @@ void AppController::restartAPP()
 
 void AppController::startStatusApp()
 {
-    Bundle::launchApplication(Bundle::statusbarAppPath());
+    // At launch the companion's start would take the processor from the
+    // main window's first frame; it comes just after it.
+    afterFirstFrame(window, [] { Bundle::launchApplication(Bundle::statusbarAppPath()); });
 }
 
 void AppController::aboutApp()
