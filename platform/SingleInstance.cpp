@@ -56,7 +56,7 @@ QString SingleInstance::lockPath() const
 void SingleInstance::start()
 {
     if (socketPath().isEmpty()) {
-        QTimer::singleShot(0, this, &SingleInstance::becamePrimary);
+        emit becamePrimary();
         return;
     }
     m_lock = std::make_unique<QLockFile>(lockPath());
@@ -122,7 +122,7 @@ void SingleInstance::becomePrimary()
     if (!m_server.listen(socket))
         std::fprintf(stderr, "ZELMOR Helper: cannot listen on %s: %s\n", qPrintable(socket),
                      qPrintable(m_server.errorString()));
-    QTimer::singleShot(0, this, &SingleInstance::becamePrimary);
+    emit becamePrimary();
 }
 
 // Starting a second one beside a hung instance would be worse than not

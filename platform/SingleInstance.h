@@ -18,7 +18,9 @@ class QTimer;
 // answered. An instance that is ending (a relaunch starts while the old run
 // shuts down) answers no more: the later start keeps trying and takes the
 // lock when it is released. Nothing here blocks: the answer comes as one of
-// the signals, from the event loop.
+// the signals. A free place is taken at once, within start(), so that the
+// first window need not wait for the event loop to turn; anything else is
+// answered from the event loop.
 class SingleInstance : public QObject
 {
     Q_OBJECT
@@ -27,7 +29,7 @@ public:
     explicit SingleInstance(QString identifier, QObject *parent = nullptr);
     ~SingleInstance() override;
 
-    // Emits exactly one of becamePrimary() and handedOver(), later.
+    // Emits exactly one of becamePrimary() and handedOver(): connect first.
     void start();
 
     // The socket's and the lock file's paths (empty without a private folder).

@@ -182,7 +182,11 @@ private slots:
         auto running = std::make_unique<SingleInstance>(mainIdentifier());
         const QString socket = running->socketPath(), lock = running->lockPath();
         QSignalSpy activations(running.get(), &SingleInstance::activationRequested);
-        running->start(); // takes its place at once, before the second start
+        QSignalSpy primary(running.get(), &SingleInstance::becamePrimary);
+        running->start();
+        // A free place is taken at once, before the event loop turns: the
+        // first window is built without waiting for it.
+        QCOMPARE(primary.count(), 1);
         QProcess process;
         runToEnd(process, {}, mainProgram());
         QCOMPARE(activations.count(), 1);
