@@ -179,11 +179,7 @@ private slots:
     // repeats a run.
     void randomFloodKeepsTheEndOfItsText()
     {
-        const quint32 seed = qEnvironmentVariableIsSet("ZELMOR_TEST_SEED")
-                                 ? quint32(qEnvironmentVariableIntValue("ZELMOR_TEST_SEED"))
-                                 : QRandomGenerator::global()->generate();
-        qInfo("seed %u (ZELMOR_TEST_SEED=%u repeats this run)", seed, seed);
-        QRandomGenerator random(seed);
+        QRandomGenerator random(TestSupport::randomSeed());
         constexpr qsizetype MaxLines = 20, MaxCharacters = 200;
         PendingText queue(MaxLines, MaxCharacters);
         QString all;         // everything appended

@@ -222,11 +222,7 @@ private slots:
     // runs the same moments again.
     void writersLoseNothing()
     {
-        bool given = false;
-        const quint32 requested = qEnvironmentVariable("ZELMOR_TEST_SEED").toUInt(&given);
-        const quint32 seed = given ? requested : QRandomGenerator::global()->generate();
-        qInfo("writersLoseNothing: ZELMOR_TEST_SEED=%u", seed);
-        QRandomGenerator random(seed);
+        QRandomGenerator random(randomSeed());
         const QString domain = "org.zelmor.writers";
         SettingsStore store(domain);
         const QString pad(300000, QLatin1Char('p')), path = store.persisted().filePath();

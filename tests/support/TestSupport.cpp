@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRandomGenerator>
 
 namespace {
 // A static, not a leaked pointer: its destructor removes the whole user when
@@ -148,6 +149,15 @@ void makeScriptBundle(const QString &bundle, const QString &identifier, const QB
 QString buildBundleDir()
 {
     return QStringLiteral(ZELMOR_BUILD_BUNDLE_DIR);
+}
+
+quint32 randomSeed()
+{
+    bool given = false;
+    const quint32 requested = qEnvironmentVariable("ZELMOR_TEST_SEED").toUInt(&given);
+    const quint32 seed = given ? requested : QRandomGenerator::global()->generate();
+    qInfo("ZELMOR_TEST_SEED=%u repeats this run", seed); // the test function names itself
+    return seed;
 }
 
 } // namespace TestSupport

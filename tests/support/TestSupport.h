@@ -70,6 +70,10 @@ inline QString gitmodulesEntry(const QString &name, const QString &url)
 // The bundle the build produced, and its programs.
 QString buildBundleDir();
 
+// The seed of a randomised test: ZELMOR_TEST_SEED when it is given, a fresh
+// one otherwise. It is printed, so that a failing run can be repeated.
+quint32 randomSeed();
+
 // The columns of a data-driven test in one line:
 // columns<QString, int>({"text", "value"}).
 template <typename... Types>
