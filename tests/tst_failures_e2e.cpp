@@ -46,12 +46,6 @@ QString cloneTranscript(const QString &workspace)
     return "\nDownloading source codes...\n\nLocation: " + workspace + "\n\n\nDone.\n";
 }
 
-QString compileTranscript(const QString &workspace, const QString &output)
-{
-    return "\nCompiling...\n\nBuild in: " + workspace + "/build\nOutput: " + output
-           + "\n\nMoving files to output folder...\nDone.\n\nAll done.\n";
-}
-
 // The emulator's address served by url, through the test user's git
 // configuration, as a user could set it.
 void serveSourcesFrom(const QString &url)
@@ -79,6 +73,12 @@ class FailuresEndToEndTest : public QObject
     WorkspaceFixture *m_fixture = nullptr;
 
     QString ws() const { return m_fixture->workspace(); }
+
+    QString compileTranscript() const
+    {
+        return "\nCompiling...\n\nBuild in: " + ws() + "/build\nOutput: " + m_fixture->output()
+               + "\n\nMoving files to output folder...\nDone.\n\nAll done.\n";
+    }
 
     void clearWorkspaces()
     {
@@ -193,6 +193,8 @@ private slots:
         QVERIFY(status->isVisible());
         QCOMPARE(companion.toolTip(), "ZELMOR Helper\n" + said);
 
+        // Assistive technology hears an alert; Tab reaches its buttons and
+        // Escape on them closes it.
         QAccessibleInterface *alert = QAccessible::queryAccessibleInterface(bar);
         QVERIFY(alert);
         QCOMPARE(alert->role(), QAccessible::AlertMessage);
@@ -267,8 +269,7 @@ private slots:
                                "find_package(OpenAL REQUIRED)\nadd_executable(ZELMORSDL main.c)\n");
         Harness h;
         h.perform(AppController::TagCompile);
-        QTRY_COMPARE_WITH_TIMEOUT(h.console(), compileTranscript(ws(), m_fixture->output()),
-                                  Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(h.console(), compileTranscript(), Patience);
         QVERIFY(h.isIdle());
         // cmake failed first; make and cp failed after it.
         EXPECT(expectProblem(h, AppController::TagCompile,
@@ -366,8 +367,7 @@ private slots:
         EXPECT(expectNoProblem(h));
 
         h.perform(AppController::TagCompile);
-        QTRY_COMPARE_WITH_TIMEOUT(h.console(), compileTranscript(ws(), m_fixture->output()),
-                                  Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(h.console(), compileTranscript(), Patience);
         QVERIFY(QFileInfo::exists(m_fixture->output() + "/ZELMORSDL"));
         EXPECT(expectNoProblem(h));
         QVERIFY(!h.controller.lastEndHadProblem);
