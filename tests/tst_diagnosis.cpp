@@ -27,14 +27,12 @@ StageResult readCapture(const QString &name)
         tail.append(stream);
         return tail.lines();
     };
-    return {header["tag"].toInt(),
-            header["stage"].toInt(),
-            QString::fromUtf8(header["tool"]),
-            false,
-            false,
-            header["status"].toInt(),
-            lines(text.mid(errors, output - errors)),
-            lines(text.mid(output + 9))};
+    return {.tag = header["tag"].toInt(),
+            .stage = header["stage"].toInt(),
+            .tool = QString::fromUtf8(header["tool"]),
+            .status = header["status"].toInt(),
+            .errorLines = lines(text.mid(errors, output - errors)),
+            .outputLines = lines(text.mid(output + 9))};
 }
 
 const QStringList Languages{"en", "de", "fr", "es"};
@@ -178,22 +176,16 @@ private slots:
         full.workspaceFreeBytes = 1536 * 1024;
         Surroundings readOnly = plain;
         readOnly.workspaceWritable = false;
-        Surroundings noCmake = plain;
-        noCmake.programFound = false;
 
         const StageResult notStarted{3, 0, "cmake", true, false, 0, {}, {}};
         const StageResult noSpace{
             1, 0, "git", false, false, 128, {"fatal: write error: No space left on device"}, {}};
-        QTest::newRow("signal") << StageResult{3,    1, "make", false,
-                                               true, 9, {},     {"[ 40%] Building C object x.o"}}
-                                << plain << "make was ended by signal 9.";
-        QTest::newRow("status")
-            << StageResult{2, 0, "git", false, false, 1, {"error: something new"}, {}} << plain
-            << "git ended with status 1.";
+        StageResult killed{3, 1, "make", false, true, 9, {}, {"[ 40%] Building C object x.o"}};
+        const StageResult status{2, 0, "git", false, false, 1, {"error: something new"}, {}};
+        QTest::newRow("signal") << killed << plain << "make was ended by signal 9.";
+        QTest::newRow("status") << status << plain << "git ended with status 1.";
         QTest::newRow("silent") << StageResult{3, 2, "cp", false, false, 1, {}, {}} << plain
                                 << "cp ended with status 1.";
-        QTest::newRow("not started, not installed")
-            << notStarted << noCmake << "cmake is not installed. Install Essentials installs it.";
         QTest::newRow("not started, folder")
             << notStarted << readOnly
             << "You may not write to the workspace folder "

@@ -105,8 +105,7 @@ class FailuresEndToEndTest : public QObject
     }
 
     // The bar shows sentence, a line of the tool that holds evidence, and
-    // the action's button; the end of the operation is told with the same
-    // sentence; the companion has it once the window is idle.
+    // the action's button; the companion has it once the window is idle.
     static void expectProblem(Harness &h, int tag, const QString &sentence, const QString &evidence,
                               const QString &action)
     {
@@ -117,9 +116,6 @@ class FailuresEndToEndTest : public QObject
         QPushButton *button = bar->actionButton();
         QCOMPARE(button && button->isVisibleTo(bar) ? button->text() : QString(), action);
         QCOMPARE(h.controller.problemTag, tag);
-        const OperationNotice notice = problemNotice(tag, sentence);
-        QCOMPARE(notice.summary, operationName(tag) + " ended with a problem");
-        QCOMPARE(notice.body, sentence);
         if (h.isIdle())
             QCOMPARE(companionStatusLine(h.controller),
                      CompanionChannel::problemMessage(operationName(tag), sentence));
@@ -186,9 +182,12 @@ private slots:
                                  "connection, then try again.";
         EXPECT(expectProblem(h, AppController::TagClone, sentence, "Failed to connect to 127.0.0.1",
                              "Try Again"));
-        const QString said =
-            "Get a complete copy of source codes of ZELLMOR from GitHub ended with a problem: "
-            + sentence;
+        const QString ended =
+            "Get a complete copy of source codes of ZELLMOR from GitHub ended with a problem";
+        const OperationNotice notice = problemNotice(AppController::TagClone, sentence);
+        QCOMPARE(notice.summary, ended);
+        QCOMPARE(notice.body, sentence);
+        const QString said = ended + ": " + sentence;
         QTRY_COMPARE(status->text(), said);
         QVERIFY(status->isVisible());
         QCOMPARE(companion.toolTip(), "ZELMOR Helper\n" + said);
