@@ -96,12 +96,12 @@ class FailuresEndToEndTest : public QObject
         m_fixture->cloneModule(m_fixture->toolsURL(), "tools");
     }
 
-    // The one workspace moved aside under a date suffix; empty unless there
-    // is exactly one.
+    // The one workspace moved aside under a date suffix; a path that does
+    // not exist unless there is exactly one.
     QString keptWorkspace() const
     {
         const QStringList kept = QDir(m_fixture->root()).entryList({"workspace.*"}, QDir::Dirs);
-        return kept.size() == 1 ? m_fixture->root() + "/" + kept.first() : QString();
+        return m_fixture->root() + "/" + (kept.size() == 1 ? kept.first() : "not one kept");
     }
 
     // The bar shows sentence, a line of the tool that holds evidence, and
