@@ -3,58 +3,99 @@
 #include "workflow/FailureDiagnosis.h"
 #include "workflow/OutputTail.h"
 
-#include <QDirIterator>
-#include <QRegularExpression>
+#include <QDir>
 
 // What a user is told about a failed stage, from what the tools really
 // printed: data/diagnosis holds the output of git, cmake, make, gcc, cp and
 // bash failing on Debian 12, each case in English, German, French and
 // Spanish (data/diagnosis/capture.sh made them).
 
-Q_DECLARE_METATYPE(FailureKind)
-Q_DECLARE_METATYPE(FailureAction)
-Q_DECLARE_METATYPE(StageResult)
-Q_DECLARE_METATYPE(Surroundings)
-
 namespace {
 
 // A capture: "tool:", "tag:", "stage:", "status:" lines, then the two
 // streams after "[stderr]" and "[stdout]".
-StageResult readCapture(const QString &path)
+StageResult readCapture(const QString &name)
 {
-    StageResult result;
-    OutputTail errors;
-    OutputTail output;
-    OutputTail *stream = nullptr;
-    const QByteArray text = TestSupport::readFile(path);
-    for (const QByteArray &line : text.split('\n')) {
-        if (line == "[stderr]") {
-            stream = &errors;
-        } else if (line == "[stdout]") {
-            stream = &output;
-        } else if (stream) {
-            stream->append(line + '\n');
-        } else {
-            const QByteArray value = line.mid(line.indexOf(':') + 1).trimmed();
-            if (line.startsWith("tool:"))
-                result.tool = QString::fromUtf8(value);
-            else if (line.startsWith("tag:"))
-                result.tag = value.toInt();
-            else if (line.startsWith("stage:"))
-                result.stage = value.toInt();
-            else if (line.startsWith("status:"))
-                result.status = value.toInt();
-        }
-    }
-    result.errorLines = errors.lines();
-    result.outputLines = output.lines();
-    return result;
+    const QByteArray text = TestSupport::readFile(QFINDTESTDATA("data/diagnosis/" + name + ".txt"));
+    const qsizetype errors = text.indexOf("[stderr]\n") + 9;
+    const qsizetype output = text.indexOf("[stdout]", errors);
+    QHash<QByteArray, QByteArray> header;
+    for (const QByteArray &line : text.left(errors).split('\n'))
+        header.insert(line.left(line.indexOf(':')), line.mid(line.indexOf(':') + 1).trimmed());
+    const auto lines = [](const QByteArray &stream) {
+        OutputTail tail;
+        tail.append(stream);
+        return tail.lines();
+    };
+    return {.tag = header["tag"].toInt(),
+            .stage = header["stage"].toInt(),
+            .tool = QString::fromUtf8(header["tool"]),
+            .status = header["status"].toInt(),
+            .errorLines = lines(text.mid(errors, output - errors)),
+            .outputLines = lines(text.mid(output + 9))};
 }
 
-const QString Base = QStringLiteral("/tmp/zcap");
 const QStringList Languages{"en", "de", "fr", "es"};
 
+// Where the capture was made and what the user is to be told about it.
+struct Capture
+{
+    const char *name;
+    FailureKind kind;
+    FailureAction action;
+    const char *subject;
+    const char *evidence;
+    const char *workspace = "/tmp/zcap/ws";
+    const char *output = "/tmp/zcap/output";
+};
+
+using K = FailureKind;
+using A = FailureAction;
+const char *const Project = "/tmp/zcap/proj";
+const char *const Mine = "/tmp/zcap/mine";
+
+// Every capture but copy-denied, which copyIntoFolderThatCannotBeMade reads.
+const Capture Captures[] = {
+    {"clone-refused", K::Network, A::TryAgain, "", "127.0.0.1 port 9"},
+    {"clone-refused-git", K::Network, A::TryAgain, "", "errno="},
+    {"clone-no-host", K::Network, A::TryAgain, "", "Could not resolve host: github.invalid"},
+    {"clone-timeout", K::Network, A::TryAgain, "", "Connection timed out"},
+    {"clone-not-found-http", K::Access, A::None, "", "missing.git"},
+    {"clone-not-found-path", K::Access, A::None, "", "nothing.git"},
+    {"clone-private", K::Access, A::None, "", "could not read Username"},
+    {"module-not-found", K::Access, A::None, "", "emu-lang.git"},
+    {"clone-exists", K::WorkspaceNotEmpty, A::MoveAsideAndDownload, "/tmp/zcap/ws",
+     "'/tmp/zcap/ws'"},
+    {"clone-denied", K::Permission, A::ChooseWorkspace, "/tmp/zcap/rootonly/ZELMOR",
+     "rootonly/ZELMOR", "/tmp/zcap/rootonly/ZELMOR"},
+    {"clone-read-only", K::Permission, A::ChooseWorkspace, "/tmp/zcap/ro/ZELMOR", "ro/ZELMOR",
+     "/tmp/zcap/ro/ZELMOR"},
+    {"clone-full", K::DiskFull, A::TryAgain, "/tmp/zcap/small/ZELMOR", "copy-fd",
+     "/tmp/zcap/small/ZELMOR"},
+    {"copy-full", K::DiskFull, A::TryAgain, "/tmp/zcap/small", "/tmp/zcap/small/ZELMORSDL",
+     "/tmp/zcap/ws", "/tmp/zcap/small"},
+    {"git-missing", K::ToolMissing, A::InstallEssentials, "git", "git"},
+    {"make-missing", K::ToolMissing, A::InstallEssentials, "make", "make"},
+    {"cmake-module", K::PackageMissing, A::InstallEssentials, "OpenAL", "Could NOT find OpenAL",
+     Project},
+    {"cmake-config", K::PackageMissing, A::InstallEssentials, "SDL2_ttf", "\"SDL2_ttf\"", Project},
+    {"cmake-pkgconfig", K::PackageMissing, A::InstallEssentials, "SDL2_mixer",
+     "Package 'SDL2_mixer', required by", Project},
+    {"make-compile-error", K::CompileError, A::None, "main.c:4",
+     "/tmp/zcap/proj/main.c:4:20:", Project},
+    {"make-missing-header", K::CompileError, A::None, "main.c:1", "SDL_ttf.h", Project},
+    {"pull-local-changes", K::PullBlocked, A::MoveAsideAndDownload, "notes.txt", "", Mine},
+    {"pull-conflict", K::PullBlocked, A::MoveAsideAndDownload, "notes.txt", "notes.txt", Mine},
+    {"pull-divergent", K::PullBlocked, A::MoveAsideAndDownload, "", "", Mine},
+    {"make-no-makefile", K::Other, A::None, "make", "make: ***", Project},
+    {"submodules-no-upstream", K::Other, A::None, "git", "lang", Mine},
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Capture)
+Q_DECLARE_METATYPE(StageResult)
+Q_DECLARE_METATYPE(Surroundings)
 
 class DiagnosisTest : public QObject
 {
@@ -63,195 +104,94 @@ class DiagnosisTest : public QObject
 private slots:
     void capturedFailures_data()
     {
-        TestSupport::columns<QString, QString, QString, FailureKind, FailureAction, QString,
-                             QString>(
-            {"capture", "workspace", "output", "kind", "action", "subject", "evidence"});
-        const QString ws = Base + "/ws";
-        const QString out = Base + "/output";
-        const struct Row
-        {
-            const char *capture;
-            QString workspace;
-            QString output;
-            FailureKind kind;
-            FailureAction action;
-            QString subject;
-            const char *evidence;
-        } rows[] = {
-            {"clone-refused", ws, out, FailureKind::Network, FailureAction::TryAgain, "",
-             "127.0.0.1 port 9"},
-            {"clone-refused-git", ws, out, FailureKind::Network, FailureAction::TryAgain, "",
-             "errno="},
-            {"clone-no-host", ws, out, FailureKind::Network, FailureAction::TryAgain, "",
-             "Could not resolve host: github.invalid"},
-            {"clone-timeout", ws, out, FailureKind::Network, FailureAction::TryAgain, "",
-             "Connection timed out"},
-            {"clone-not-found-http", ws, out, FailureKind::Access, FailureAction::None, "",
-             "missing.git"},
-            {"clone-not-found-path", ws, out, FailureKind::Access, FailureAction::None, "",
-             "nothing.git"},
-            {"clone-private", ws, out, FailureKind::Access, FailureAction::None, "",
-             "could not read Username"},
-            {"module-not-found", ws, out, FailureKind::Access, FailureAction::None, "",
-             "emu-lang.git"},
-            {"clone-exists", ws, out, FailureKind::WorkspaceNotEmpty,
-             FailureAction::MoveAsideAndDownload, ws, "'/tmp/zcap/ws'"},
-            {"clone-denied", Base + "/rootonly/ZELMOR", out, FailureKind::Permission,
-             FailureAction::ChooseWorkspace, Base + "/rootonly/ZELMOR", "rootonly/ZELMOR"},
-            {"clone-read-only", Base + "/ro/ZELMOR", out, FailureKind::Permission,
-             FailureAction::ChooseWorkspace, Base + "/ro/ZELMOR", "ro/ZELMOR"},
-            {"clone-full", Base + "/small/ZELMOR", out, FailureKind::DiskFull,
-             FailureAction::TryAgain, Base + "/small/ZELMOR", "copy-fd"},
-            {"copy-full", ws, Base + "/small", FailureKind::DiskFull, FailureAction::TryAgain,
-             Base + "/small", "/tmp/zcap/small/ZELMORSDL"},
-            {"git-missing", ws, out, FailureKind::ToolMissing, FailureAction::InstallEssentials,
-             "git", "git"},
-            {"make-missing", ws, out, FailureKind::ToolMissing, FailureAction::InstallEssentials,
-             "make", "make"},
-            {"cmake-module", Base + "/proj", out, FailureKind::PackageMissing,
-             FailureAction::InstallEssentials, "OpenAL", "Could NOT find OpenAL"},
-            {"cmake-config", Base + "/proj", out, FailureKind::PackageMissing,
-             FailureAction::InstallEssentials, "SDL2_ttf", "\"SDL2_ttf\""},
-            {"cmake-pkgconfig", Base + "/proj", out, FailureKind::PackageMissing,
-             FailureAction::InstallEssentials, "SDL2_mixer", "Package 'SDL2_mixer', required by"},
-            {"make-compile-error", Base + "/proj", out, FailureKind::CompileError,
-             FailureAction::None, "main.c:4", "/tmp/zcap/proj/main.c:4:20:"},
-            {"make-missing-header", Base + "/proj", out, FailureKind::CompileError,
-             FailureAction::None, "main.c:1", "SDL_ttf.h"},
-            {"pull-local-changes", Base + "/mine", out, FailureKind::PullBlocked,
-             FailureAction::MoveAsideAndDownload, "notes.txt", ""},
-            {"pull-conflict", Base + "/mine", out, FailureKind::PullBlocked,
-             FailureAction::MoveAsideAndDownload, "notes.txt", "notes.txt"},
-            {"pull-divergent", Base + "/mine", out, FailureKind::PullBlocked,
-             FailureAction::MoveAsideAndDownload, "", ""},
-            {"make-no-makefile", Base + "/proj", out, FailureKind::Other, FailureAction::None,
-             "make", "make: ***"},
-            {"submodules-no-upstream", Base + "/mine", out, FailureKind::Other, FailureAction::None,
-             "git", "lang"},
-        };
-        for (const Row &row : rows) {
-            for (const QString &language : Languages) {
-                QTest::addRow("%s.%s", row.capture, qPrintable(language))
-                    << QString(row.capture + QLatin1Char('.') + language) << row.workspace
-                    << row.output << row.kind << row.action << row.subject << QString(row.evidence);
-            }
-        }
+        TestSupport::columns<Capture, QString>({"capture", "language"});
+        for (const Capture &capture : Captures)
+            for (const QString &language : Languages)
+                QTest::addRow("%s.%s", capture.name, qPrintable(language)) << capture << language;
     }
     void capturedFailures()
     {
-        QFETCH(QString, capture);
-        QFETCH(QString, workspace);
-        QFETCH(QString, output);
-        QFETCH(FailureKind, kind);
-        QFETCH(FailureAction, action);
-        QFETCH(QString, subject);
-        QFETCH(QString, evidence);
-
-        const QString path = QFINDTESTDATA("data/diagnosis/" + capture + ".txt");
-        QVERIFY2(!path.isEmpty(), qPrintable(capture));
-        const StageResult stage = readCapture(path);
+        QFETCH(Capture, capture);
+        QFETCH(QString, language);
+        const StageResult stage = readCapture(capture.name + QLatin1Char('.') + language);
         QVERIFY(stage.failed());
-        Surroundings surroundings;
-        surroundings.workspace = workspace;
-        surroundings.output = output;
-        surroundings.workspaceFreeBytes = 3 * 1024 * 1024;
-        surroundings.outputFreeBytes = 512 * 1024;
-
-        const Diagnosis diagnosis = diagnoseFailure(stage, surroundings);
-        QCOMPARE(diagnosis.kind, kind);
-        QCOMPARE(diagnosis.action, action);
-        QCOMPARE(diagnosis.subject, subject);
-        QVERIFY2(diagnosis.evidence.contains(evidence),
-                 qPrintable(diagnosis.evidence + " lacks " + evidence));
+        const Diagnosis diagnosis = diagnoseFailure(stage, {.workspace = capture.workspace,
+                                                            .output = capture.output,
+                                                            .workspaceFreeBytes = 3 * 1024 * 1024,
+                                                            .outputFreeBytes = 512 * 1024});
+        QCOMPARE(diagnosis.kind, capture.kind);
+        QCOMPARE(diagnosis.action, capture.action);
+        QCOMPARE(diagnosis.subject, QString(capture.subject));
+        QVERIFY2(diagnosis.evidence.contains(capture.evidence), qPrintable(diagnosis.evidence));
         // The line shown is one the tool printed.
-        if (!diagnosis.evidence.isEmpty()) {
-            const QString all = (stage.errorLines + stage.outputLines).join('\n');
-            QVERIFY2(all.contains(diagnosis.evidence), qPrintable(diagnosis.evidence));
-        }
-        QVERIFY(!diagnosis.sentence.isEmpty());
+        QVERIFY2((stage.errorLines + stage.outputLines).join('\n').contains(diagnosis.evidence),
+                 qPrintable(diagnosis.evidence));
         // The sentence names the tool, package, file or folder; the disk's
         // free space instead of the disk.
-        const QString named = kind == FailureKind::DiskFull
-                                  ? QString(capture.startsWith("copy") ? "512.0 kB" : "3.0 MB")
-                                  : subject.section(':', 0, 0);
-        QVERIFY2(diagnosis.sentence.contains(named), qPrintable(diagnosis.sentence));
-        QCOMPARE(failureActionTitle(action).isEmpty(), action == FailureAction::None);
+        const QString named = capture.kind != K::DiskFull
+                                  ? QString(capture.subject).section(':', 0, 0)
+                              : QByteArray(capture.name).startsWith("copy") ? "512.0 kB"
+                                                                            : "3.0 MB";
+        QVERIFY2(!diagnosis.sentence.isEmpty() && diagnosis.sentence.contains(named),
+                 qPrintable(diagnosis.sentence));
+        QCOMPARE(failureActionTitle(capture.action).isEmpty(), capture.action == A::None);
     }
 
-    void copyIntoFolderThatCannotBeMade_data()
-    {
-        QTest::addColumn<QString>("language");
-        for (const QString &language : Languages)
-            QTest::newRow(qPrintable(language)) << language;
-    }
     // cp says "No such file or directory": the output folder could not be
-    // made because its parent may not be written.
+    // made, which is the folder's fault only when its parent may not be written.
     void copyIntoFolderThatCannotBeMade()
     {
-        QFETCH(QString, language);
-        const StageResult stage =
-            readCapture(QFINDTESTDATA("data/diagnosis/copy-denied." + language + ".txt"));
-        Surroundings surroundings;
-        surroundings.workspace = Base + "/ws";
-        surroundings.output = Base + "/rootonly/Output";
-        const Diagnosis unexplained = diagnoseFailure(stage, surroundings);
-        QCOMPARE(unexplained.kind, FailureKind::Other);
-        QCOMPARE(unexplained.sentence, "cp ended with status 1.");
-        surroundings.outputWritable = false;
-        const Diagnosis diagnosis = diagnoseFailure(stage, surroundings);
-        QCOMPARE(diagnosis.kind, FailureKind::Permission);
-        QCOMPARE(diagnosis.action, FailureAction::ChooseOutput);
-        QCOMPARE(diagnosis.sentence, "You may not write to the output folder "
-                                     "/tmp/zcap/rootonly/Output. Choose another folder.");
-        QVERIFY(diagnosis.evidence.contains("/tmp/zcap/rootonly/Output/assets/"));
+        for (const QString &language : Languages) {
+            const StageResult stage = readCapture("copy-denied." + language);
+            Surroundings surroundings{.workspace = "/tmp/zcap/ws",
+                                      .output = "/tmp/zcap/rootonly/Output"};
+            const Diagnosis unexplained = diagnoseFailure(stage, surroundings);
+            QCOMPARE(unexplained.kind, K::Other);
+            QCOMPARE(unexplained.sentence, "cp ended with status 1.");
+            surroundings.outputWritable = false;
+            const Diagnosis diagnosis = diagnoseFailure(stage, surroundings);
+            QCOMPARE(diagnosis.kind, K::Permission);
+            QCOMPARE(diagnosis.action, A::ChooseOutput);
+            QCOMPARE(diagnosis.sentence, "You may not write to the output folder "
+                                         "/tmp/zcap/rootonly/Output. Choose another folder.");
+            QVERIFY2(diagnosis.evidence.contains("/tmp/zcap/rootonly/Output/assets/"),
+                     qPrintable(language));
+        }
     }
 
-    // The 25 rows of capturedFailures and copy-denied are every capture there
-    // is: a new capture fails here until it has its row.
+    // A new capture fails here until it has its row.
     void everyCaptureHasARow()
     {
-        QDirIterator it(QFINDTESTDATA("data/diagnosis"), {"*.en.txt"});
-        int captures = 0;
-        while (it.hasNext()) {
-            it.next();
-            ++captures;
-        }
-        QCOMPARE(captures, 26);
+        QCOMPARE(QDir(QFINDTESTDATA("data/diagnosis")).entryList({"*.en.txt"}).size(),
+                 qsizetype(std::size(Captures)) + 1);
     }
 
     void sentences_data()
     {
         TestSupport::columns<StageResult, Surroundings, QString>(
             {"stage", "surroundings", "sentence"});
-        Surroundings plain;
-        plain.workspace = "/home/ada/Developer/ZELMOR";
-        plain.output = "/home/ada/Developer/ZELMOR/Output";
+        const Surroundings plain{.workspace = "/home/ada/Developer/ZELMOR",
+                                 .output = "/home/ada/Developer/ZELMOR/Output"};
         Surroundings full = plain;
         full.workspaceFreeBytes = 1536 * 1024;
         Surroundings readOnly = plain;
         readOnly.workspaceWritable = false;
-        Surroundings noCmake = plain;
-        noCmake.programFound = false;
 
-        StageResult killed{3, 1, "make", false, true, 9, {}, {"[ 40%] Building C object x.o"}};
-        StageResult status{2, 0, "git", false, false, 1, {"error: something new"}, {}};
-        StageResult silent{3, 2, "cp", false, false, 1, {}, {}};
-        StageResult notStarted{3, 0, "cmake", true, false, 0, {}, {}};
-        StageResult exit127{2, 1, "git", false, false, 127, {}, {}};
-        StageResult noSpace{
+        const StageResult notStarted{3, 0, "cmake", true, false, 0, {}, {}};
+        const StageResult noSpace{
             1, 0, "git", false, false, 128, {"fatal: write error: No space left on device"}, {}};
-
+        StageResult killed{3, 1, "make", false, true, 9, {}, {"[ 40%] Building C object x.o"}};
+        const StageResult status{2, 0, "git", false, false, 1, {"error: something new"}, {}};
         QTest::newRow("signal") << killed << plain << "make was ended by signal 9.";
         QTest::newRow("status") << status << plain << "git ended with status 1.";
-        QTest::newRow("silent") << silent << plain << "cp ended with status 1.";
-        QTest::newRow("not started, not installed")
-            << notStarted << noCmake << "cmake is not installed. Install Essentials installs it.";
+        QTest::newRow("silent") << StageResult{3, 2, "cp", false, false, 1, {}, {}} << plain
+                                << "cp ended with status 1.";
         QTest::newRow("not started, folder")
             << notStarted << readOnly
             << "You may not write to the workspace folder "
                "/home/ada/Developer/ZELMOR. Choose another folder.";
         QTest::newRow("not started") << notStarted << plain << "cmake could not be started.";
-        QTest::newRow("exit 127") << exit127 << plain
+        QTest::newRow("exit 127") << StageResult{2, 1, "git", false, false, 127, {}, {}} << plain
                                   << "git is not installed. Install Essentials installs it.";
         QTest::newRow("disk full") << noSpace << full
                                    << "The disk is full: it has 1.5 MB free. Free some space, then "

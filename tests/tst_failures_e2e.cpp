@@ -46,12 +46,6 @@ QString cloneTranscript(const QString &workspace)
     return "\nDownloading source codes...\n\nLocation: " + workspace + "\n\n\nDone.\n";
 }
 
-QString compileTranscript(const QString &workspace, const QString &output)
-{
-    return "\nCompiling...\n\nBuild in: " + workspace + "/build\nOutput: " + output
-           + "\n\nMoving files to output folder...\nDone.\n\nAll done.\n";
-}
-
 // The emulator's address served by url, through the test user's git
 // configuration, as a user could set it.
 void serveSourcesFrom(const QString &url)
@@ -70,11 +64,6 @@ quint16 closedPort()
     return server.serverPort();
 }
 
-QStringList keptWorkspaces(const WorkspaceFixture &fixture)
-{
-    return QDir(fixture.root()).entryList({"workspace.*"}, QDir::Dirs);
-}
-
 } // namespace
 
 class FailuresEndToEndTest : public QObject
@@ -85,20 +74,38 @@ class FailuresEndToEndTest : public QObject
 
     QString ws() const { return m_fixture->workspace(); }
 
-    // The workspace as the main download and the module operation leave it.
-    void completeWorkspace()
+    QString compileTranscript() const
+    {
+        return "\nCompiling...\n\nBuild in: " + ws() + "/build\nOutput: " + m_fixture->output()
+               + "\n\nMoving files to output folder...\nDone.\n\nAll done.\n";
+    }
+
+    void clearWorkspaces()
     {
         const QDir root(m_fixture->root());
         for (const QString &old : root.entryList({"workspace*"}, QDir::Dirs))
             QDir(root.filePath(old)).removeRecursively();
+    }
+
+    // The workspace as the main download and the module operation leave it.
+    void completeWorkspace()
+    {
+        clearWorkspaces();
         m_fixture->checkoutMain();
         m_fixture->cloneModule(m_fixture->langURL(), "lang");
         m_fixture->cloneModule(m_fixture->toolsURL(), "tools");
     }
 
+    // The one workspace moved aside under a date suffix; a path that does
+    // not exist unless there is exactly one.
+    QString keptWorkspace() const
+    {
+        const QStringList kept = QDir(m_fixture->root()).entryList({"workspace.*"}, QDir::Dirs);
+        return m_fixture->root() + "/" + (kept.size() == 1 ? kept.first() : "not one kept");
+    }
+
     // The bar shows sentence, a line of the tool that holds evidence, and
-    // the action's button; the end of the operation is told with the same
-    // sentence; the companion has it once the window is idle.
+    // the action's button; the companion has it once the window is idle.
     static void expectProblem(Harness &h, int tag, const QString &sentence, const QString &evidence,
                               const QString &action)
     {
@@ -109,9 +116,6 @@ class FailuresEndToEndTest : public QObject
         QPushButton *button = bar->actionButton();
         QCOMPARE(button && button->isVisibleTo(bar) ? button->text() : QString(), action);
         QCOMPARE(h.controller.problemTag, tag);
-        const OperationNotice notice = problemNotice(tag, sentence);
-        QCOMPARE(notice.summary, operationName(tag) + " ended with a problem");
-        QCOMPARE(notice.body, sentence);
         if (h.isIdle())
             QCOMPARE(companionStatusLine(h.controller),
                      CompanionChannel::problemMessage(operationName(tag), sentence));
@@ -124,11 +128,13 @@ class FailuresEndToEndTest : public QObject
         QCOMPARE(companionStatusLine(h.controller), CompanionChannel::idleMessage());
     }
 
-    // After the download the modules are offered; Cancel ends there.
-    static void cancelModulePrompt()
+    // A download's console is what it always was, whether it failed or not;
+    // then the modules are offered, and Cancel ends there.
+    static void declineModules(Harness &h, const QString &workspace)
     {
         AlertSheet *prompt = Harness::waitForSheet();
         QVERIFY(prompt);
+        QCOMPARE(h.console(), cloneTranscript(workspace));
         QCOMPARE(prompt->text(), "Ready to install modules");
         prompt->buttonFor(AlertSheet::SecondButtonReturn)->click();
     }
@@ -138,69 +144,19 @@ private slots:
     {
         m_fixture = new WorkspaceFixture;
         QVERIFY(m_fixture->isValid());
-        Harness::configure(ws(), m_fixture->output(), QStringLiteral("0"));
     }
     void cleanupTestCase() { delete m_fixture; }
     void init()
     {
         Harness::endSheets();
-        QFile::remove(TestSupport::homeDir() + "/.gitconfig");
+        serveSourcesFrom(m_fixture->root() + "/zelmor.git");
         Harness::configure(ws(), m_fixture->output(), QStringLiteral("0"));
     }
 
+    // The window, its alert for assistive technology and the status-bar
+    // companion, over its channel as the application sends it, tell the
+    // failure until the bar is closed.
     void cloneFromAnAddressThatRefuses()
-    {
-        QDir(ws()).removeRecursively();
-        const QString url = QStringLiteral("http://127.0.0.1:%1/zelmor.git").arg(closedPort());
-        serveSourcesFrom(url);
-        Harness h;
-        QSignalSpy told(&h.controller, &AppController::problemReported);
-        h.perform(AppController::TagClone);
-        QVERIFY(Harness::waitForSheet());
-        QCOMPARE(h.console(), cloneTranscript(ws()));
-        QCOMPARE(told.count(), 1);
-        const QString sentence = "The server could not be reached. Check the internet "
-                                 "connection, then try again.";
-        EXPECT(expectProblem(h, AppController::TagClone, sentence, "Failed to connect to 127.0.0.1",
-                             "Try Again"));
-        EXPECT(cancelModulePrompt());
-        QVERIFY(h.isIdle());
-        EXPECT(expectProblem(h, AppController::TagClone, sentence, "127.0.0.1", "Try Again"));
-
-        // An alert for assistive technology, named, its buttons reached by
-        // Tab; Escape on them closes it, and it is gone from the window and
-        // the companion.
-        MessageBar *bar = h.controller.messageBar;
-        QAccessibleInterface *alert = QAccessible::queryAccessibleInterface(bar);
-        QVERIFY(alert);
-        QCOMPARE(alert->role(), QAccessible::AlertMessage);
-        QCOMPARE(alert->text(QAccessible::Name), "Problem");
-        QVERIFY(alert->text(QAccessible::Description).startsWith(sentence));
-        QCOMPARE(bar->closeButton()->accessibleName(), "Close");
-        for (QWidget *button : {static_cast<QWidget *>(bar->actionButton()),
-                                static_cast<QWidget *>(bar->closeButton())})
-            QVERIFY(button->focusPolicy() & Qt::TabFocus);
-        QTest::keyClick(bar->actionButton(), Qt::Key_Escape);
-        EXPECT(expectNoProblem(h));
-
-        // Try Again runs the download once more; it starts by hiding the
-        // bar, like every Perform.
-        h.perform(AppController::TagClone);
-        QVERIFY(Harness::waitForSheet());
-        EXPECT(cancelModulePrompt());
-        QVERIFY(h.controller.messageBar->isVisible());
-        h.controller.performFailureAction();
-        QVERIFY(!h.controller.messageBar->isVisible());
-        QCOMPARE(h.button(), "Stop");
-        QVERIFY(Harness::waitForSheet());
-        QCOMPARE(h.console(), cloneTranscript(ws()));
-        QVERIFY(h.controller.messageBar->isVisible());
-        EXPECT(cancelModulePrompt());
-    }
-
-    // The status-bar companion hears it over its channel, as the
-    // application sends it, until the bar is closed.
-    void companionSaysEndedWithAProblem()
     {
         const QString id = QStringLiteral("org.zelmor.test.problem");
         StatusbarCompanion companion(id, QStringLiteral("/nowhere/ZELMOR Helper.app"),
@@ -214,16 +170,55 @@ private slots:
         Harness h;
         QObject::connect(&h.controller, &AppController::progressChanged, &publisher,
                          [&] { publisher.publish(companionStatusLine(h.controller)); });
+        QSignalSpy told(&h.controller, &AppController::problemReported);
+        MessageBar *bar = h.controller.messageBar;
         h.perform(AppController::TagClone);
         QVERIFY(Harness::waitForSheet());
-        EXPECT(cancelModulePrompt());
-        const QString said = "Get a complete copy of source codes of ZELLMOR from GitHub ended "
-                             "with a problem: The server could not be reached. Check the "
-                             "internet connection, then try again.";
+        QCOMPARE(told.count(), 1);
+        QVERIFY(bar->isVisible());
+        EXPECT(declineModules(h, ws()));
+        QVERIFY(h.isIdle());
+        const QString sentence = "The server could not be reached. Check the internet "
+                                 "connection, then try again.";
+        EXPECT(expectProblem(h, AppController::TagClone, sentence, "Failed to connect to 127.0.0.1",
+                             "Try Again"));
+        const QString ended =
+            "Get a complete copy of source codes of ZELLMOR from GitHub ended with a problem";
+        const OperationNotice notice = problemNotice(AppController::TagClone, sentence);
+        QCOMPARE(notice.summary, ended);
+        QCOMPARE(notice.body, sentence);
+        const QString said = ended + ": " + sentence;
         QTRY_COMPARE(status->text(), said);
         QVERIFY(status->isVisible());
         QCOMPARE(companion.toolTip(), "ZELMOR Helper\n" + said);
-        h.controller.messageBar->closeButton()->click();
+
+        // Assistive technology hears an alert; Tab reaches its buttons and
+        // Escape on them closes it.
+        QAccessibleInterface *alert = QAccessible::queryAccessibleInterface(bar);
+        QVERIFY(alert);
+        QCOMPARE(alert->role(), QAccessible::AlertMessage);
+        QCOMPARE(alert->text(QAccessible::Name), "Problem");
+        QVERIFY(alert->text(QAccessible::Description).startsWith(sentence));
+        QCOMPARE(bar->closeButton()->accessibleName(), "Close");
+        QVERIFY(bar->actionButton()->focusPolicy() & Qt::TabFocus);
+        QVERIFY(bar->closeButton()->focusPolicy() & Qt::TabFocus);
+        QTest::keyClick(bar->actionButton(), Qt::Key_Escape);
+        EXPECT(expectNoProblem(h));
+        QTRY_VERIFY(!status->isVisible());
+
+        // Try Again runs the download once more; it starts by hiding the
+        // bar, like every Perform.
+        h.perform(AppController::TagClone);
+        EXPECT(declineModules(h, ws()));
+        QVERIFY(bar->isVisible());
+        QTRY_VERIFY(status->isVisible());
+        h.controller.performFailureAction();
+        QVERIFY(!bar->isVisible());
+        QCOMPARE(h.button(), "Stop");
+        EXPECT(declineModules(h, ws()));
+        QVERIFY(bar->isVisible());
+        bar->closeButton()->click();
+        EXPECT(expectNoProblem(h));
         QTRY_VERIFY(!status->isVisible());
     }
 
@@ -248,15 +243,12 @@ private slots:
 
         const QString workspace = locked + "/ZELMOR";
         Harness::configure(workspace, m_fixture->output(), QStringLiteral("0"));
-        serveSourcesFrom(m_fixture->root() + "/zelmor.git");
         Harness h;
         QString chosen;
         h.controller.chooseWorkspaceFolder = [&] { chosen = "workspace"; };
         h.controller.chooseOutputFolder = [&] { chosen = "output"; };
         h.perform(AppController::TagClone);
-        QVERIFY(Harness::waitForSheet());
-        QCOMPARE(h.console(), cloneTranscript(workspace));
-        EXPECT(cancelModulePrompt());
+        EXPECT(declineModules(h, workspace));
         EXPECT(expectProblem(h, AppController::TagClone,
                              "You may not write to the workspace folder " + workspace
                                  + ". Choose another folder.",
@@ -271,14 +263,12 @@ private slots:
     void compileOfAProjectThatNeedsAMissingPackage()
     {
         completeWorkspace();
-        const QString lists = ws() + "/CMakeLists.txt";
-        TestSupport::writeFile(lists, "cmake_minimum_required(VERSION 3.13)\nproject(ZELMORSDL C)\n"
-                                      "find_package(OpenAL REQUIRED)\n"
-                                      "add_executable(ZELMORSDL main.c)\n");
+        TestSupport::writeFile(ws() + "/CMakeLists.txt",
+                               "cmake_minimum_required(VERSION 3.13)\nproject(ZELMORSDL C)\n"
+                               "find_package(OpenAL REQUIRED)\nadd_executable(ZELMORSDL main.c)\n");
         Harness h;
         h.perform(AppController::TagCompile);
-        QTRY_COMPARE_WITH_TIMEOUT(h.console(), compileTranscript(ws(), m_fixture->output()),
-                                  Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(h.console(), compileTranscript(), Patience);
         QVERIFY(h.isIdle());
         // cmake failed first; make and cp failed after it.
         EXPECT(expectProblem(h, AppController::TagCompile,
@@ -323,19 +313,13 @@ private slots:
                           "Your local changes to the following files would be overwritten",
                           "Move Aside and Download Again"));
 
-        // The way out: the workspace is kept under the date suffix, and the
-        // download starts afresh.
-        serveSourcesFrom(m_fixture->root() + "/zelmor.git");
+        // The way out keeps the user's change aside and downloads afresh.
         h.controller.messageBar->actionButton()->click();
         QVERIFY(!h.controller.messageBar->isVisible());
-        QVERIFY(Harness::waitForSheet());
-        QCOMPARE(h.console(), cloneTranscript(ws()));
-        const QStringList kept = keptWorkspaces(*m_fixture);
-        QCOMPARE(kept.size(), 1);
-        QCOMPARE(TestSupport::readFile(m_fixture->root() + "/" + kept.first() + "/main.c"),
+        EXPECT(declineModules(h, ws()));
+        QCOMPARE(TestSupport::readFile(keptWorkspace() + "/main.c"),
                  "int main(void) { return 2; }\n");
         QCOMPARE(TestSupport::readFile(ws() + "/main.c"), "int main(void) { return 1; }\n");
-        EXPECT(cancelModulePrompt());
         EXPECT(expectNoProblem(h));
     }
 
@@ -343,10 +327,7 @@ private slots:
     // folder and nothing else, where git will not download into.
     void downloadAfterACompileThatFoundNoDownload()
     {
-        const QDir root(m_fixture->root());
-        for (const QString &old : root.entryList({"workspace*"}, QDir::Dirs))
-            QDir(root.filePath(old)).removeRecursively();
-        serveSourcesFrom(m_fixture->root() + "/zelmor.git");
+        clearWorkspaces();
         Harness h;
         h.perform(AppController::TagCompile);
         QVERIFY(h.isIdle() && QFileInfo(ws() + "/build").isDir());
@@ -354,37 +335,28 @@ private slots:
         EXPECT(expectNoProblem(h));
 
         h.perform(AppController::TagClone);
-        QVERIFY(Harness::waitForSheet());
-        QCOMPARE(h.console(), cloneTranscript(ws()));
-        EXPECT(cancelModulePrompt());
+        EXPECT(declineModules(h, ws()));
         EXPECT(expectProblem(
             h, AppController::TagClone,
             "The workspace folder " + ws()
-                + " already exists but holds no download. Move it aside and download "
-                  "again.",
+                + " already exists but holds no download. Move it aside and download again.",
             "already exists and is not an empty directory", "Move Aside and Download Again"));
 
         h.controller.messageBar->actionButton()->click();
-        QVERIFY(Harness::waitForSheet());
-        QCOMPARE(h.console(), cloneTranscript(ws()));
+        EXPECT(declineModules(h, ws()));
         QVERIFY(QFileInfo::exists(ws() + "/.git"));
-        const QStringList kept = keptWorkspaces(*m_fixture);
-        QCOMPARE(kept.size(), 1);
-        QVERIFY(QFileInfo(m_fixture->root() + "/" + kept.first() + "/build").isDir());
-        EXPECT(cancelModulePrompt());
+        QVERIFY(QFileInfo(keptWorkspace() + "/build").isDir());
         EXPECT(expectNoProblem(h));
     }
 
-    void successfulRunsShowNothingNew()
+    // Neither a success nor what the user stopped is a problem.
+    void runsThatDidNotFailShowNothingNew()
     {
-        serveSourcesFrom(m_fixture->root() + "/zelmor.git");
         QDir(ws()).removeRecursively();
         Harness h;
         QSignalSpy told(&h.controller, &AppController::problemReported);
         h.perform(AppController::TagClone);
-        QVERIFY(Harness::waitForSheet());
-        QCOMPARE(h.console(), cloneTranscript(ws()));
-        EXPECT(cancelModulePrompt());
+        EXPECT(declineModules(h, ws()));
         EXPECT(expectNoProblem(h));
 
         completeWorkspace();
@@ -394,27 +366,20 @@ private slots:
         EXPECT(expectNoProblem(h));
 
         h.perform(AppController::TagCompile);
-        QTRY_COMPARE_WITH_TIMEOUT(h.console(), compileTranscript(ws(), m_fixture->output()),
-                                  Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(h.console(), compileTranscript(), Patience);
         QVERIFY(QFileInfo::exists(m_fixture->output() + "/ZELMORSDL"));
         EXPECT(expectNoProblem(h));
         QVERIFY(!h.controller.lastEndHadProblem);
-        QCOMPARE(told.count(), 0);
-    }
 
-    // What the user stopped did not fail.
-    void stopIsNoProblem()
-    {
-        completeWorkspace();
         TestSupport::writeFile(ws() + "/CMakeLists.txt",
                                "cmake_minimum_required(VERSION 3.13)\nproject(ZELMORSDL NONE)\n"
                                "execute_process(COMMAND sleep 30)\n");
-        Harness h;
         h.perform(AppController::TagCompile);
         QVERIFY(h.controller.unixTask);
         h.controller.perform(); // Stop
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nTask terminated by user.\n"), Patience);
         EXPECT(expectNoProblem(h));
+        QCOMPARE(told.count(), 0);
     }
 };
 
