@@ -37,6 +37,14 @@ namespace {
 
 const QString installAction = "org.freedesktop.packagekit.package-install";
 const QString refreshAction = "org.freedesktop.packagekit.system-sources-refresh";
+// Endings that the rules decide and the window shows.
+const QString notAuthorized =
+    "Installing was not authorized: the password prompt was cancelled, the password was wrong, or "
+    "no password prompt can be shown in this session. Click Install to try again, or run the "
+    "command below in a terminal.";
+const QString cancelled = "The installation was cancelled. The list shows what is installed now.";
+const QString stopped = "The package manager stopped before it finished. The list shows what is "
+                        "installed now; click Install to try again.";
 
 void fakeTool(const QString &path, const QByteArray &output, int exitCode = 0)
 {
@@ -300,8 +308,6 @@ private slots:
         QCOMPARE(found, (QStringList{bin + "/git", "2.39.2", cmake, "3.25.1", bin + "/make", "4.3",
                                      bin + "/gcc", "12.2.0", bin + "/clang++", "14.0.6",
                                      bin + "/pkg-config", "2.26.5"}));
-        QCOMPARE(window.installCommand(), QString());
-        QVERIFY(!child<QPushButton>(window, "installButton")->isVisible());
         QCOMPARE(text(window, "messageLabel"), "Everything ZELMOR Helper needs is installed.");
     }
 
@@ -355,11 +361,8 @@ private slots:
             "Installation finished. Not available from this system's package sources: a, b.", {},
             {"a", "b"});
         row("cancelled", ExitCancelled, ErrorTransactionCancelled, Kind::Cancelled, true,
-            "The installation was cancelled. The list shows what is installed now.");
-        row("not authorized", ExitFailed, ErrorNotAuthorized, Kind::Failed, true,
-            "Installing was not authorized: the password prompt was cancelled, the password was "
-            "wrong, or no password prompt can be shown in this session. Click Install to try "
-            "again, or run the command below in a terminal.");
+            cancelled);
+        row("not authorized", ExitFailed, ErrorNotAuthorized, Kind::Failed, true, notAuthorized);
         row("lock held", ExitFailed, ErrorCannotGetLock, Kind::Failed, true,
             "Another installer is using the package manager. Wait until it has finished, then "
             "click Install again.");
@@ -373,9 +376,7 @@ private slots:
         row("download failed", ExitFailed, ErrorPackageDownloadFailed, Kind::Failed, true,
             "The packages could not be downloaded. Check the internet connection, then click "
             "Install again.");
-        row("killed", ExitKilled, -1, Kind::Failed, true,
-            "The package manager stopped before it finished. The list shows what is installed "
-            "now; click Install to try again.");
+        row("killed", ExitKilled, -1, Kind::Failed, true, stopped);
         row("other error with details", ExitFailed, ErrorDepResolutionFailed, Kind::Failed, true,
             "The package manager could not install the packages: libfoo conflicts with libbar",
             " libfoo conflicts with libbar\n");
@@ -467,7 +468,6 @@ private slots:
             window(sandbox, bin, {{Component::Git, "libawesome"}, {Component::Sdl2, "foobar"}});
         QVERIFY(w);
         QCOMPARE(text(*w, "messageLabel"), "Click Install to install what is missing.");
-        QCOMPARE(w->installCommand(), "sudo apt-get install git libsdl2-dev");
         auto *bar = child<QProgressBar>(*w, "progressBar");
         auto *status = child<QLabel>(*w, "statusLabel");
         QCOMPARE(QAccessible::queryAccessibleInterface(bar)->text(QAccessible::Name),
@@ -533,28 +533,22 @@ private slots:
                              "Again.";
         const QStringList nothing, install{installAction};
         const auto row = [](const char *name, Daemon daemon, const QStringList &allowed,
-                            const char *stop, bool retry, const QString &sentence) {
-            QTest::newRow(name) << daemon << allowed << "foobar" << QString(stop) << retry
+                            const char *stop, bool retry, const QString &sentence,
+                            const char *package = "foobar") {
+            QTest::newRow(name) << daemon << allowed << QString(package) << QString(stop) << retry
                                 << sentence;
         };
         row("no system bus", Daemon::NoBus, nothing, "", false, none);
         row("no daemon", Daemon::None, nothing, "", false, none);
         row("offline", Daemon::Offline, install, "", true,
             "This computer is offline. Connect it to the internet, then click Install again.");
-        row("refused by polkit", Daemon::Online, nothing, "", true,
-            "Installing was not authorized: the password prompt was cancelled, the password was "
-            "wrong, or no password prompt can be shown in this session. Click Install to try "
-            "again, or run the command below in a terminal.");
-        row("escape cancels", Daemon::Online, install, "escape", true,
-            "The installation was cancelled. The list shows what is installed now.");
-        row("daemon killed", Daemon::Online, install, "kill", true,
-            "The package manager stopped before it finished. The list shows what is installed "
-            "now; click Install to try again.");
-        QTest::newRow("unknown package")
-            << Daemon::Online << QStringList{installAction, refreshAction} << "nosuchpackage"
-            << "" << true
-            << "This system's package lists do not know nosuchpackage. Refresh the package lists "
-               "and try again?";
+        row("refused by polkit", Daemon::Online, nothing, "", true, notAuthorized);
+        row("escape cancels", Daemon::Online, install, "escape", true, cancelled);
+        row("daemon killed", Daemon::Online, install, "kill", true, stopped);
+        row("unknown package", Daemon::Online, {installAction, refreshAction}, "", true,
+            "This system's package lists do not know nosuchpackage. Refresh the package lists and "
+            "try again?",
+            "nosuchpackage");
     }
     void installEndsShort()
     {
@@ -587,6 +581,7 @@ private slots:
         QVERIFY(rowText(*w, 5).contains("|Missing|"));
         QVERIFY(!cancel->isVisible());
         auto *install = child<QPushButton>(*w, "installButton");
+        QVERIFY(install->isVisible());
         QCOMPARE(install->isEnabled(), canRetry);
         QVERIFY(child<QPlainTextEdit>(*w, "commandText")->isVisible());
         QCOMPARE(w->installCommand(), "sudo apt-get install libsdl2-dev");
