@@ -101,7 +101,8 @@ public:
               "/usr/lib/x86_64-linux-gnu/packagekit-backend/libpk_backend_dummy.so",
               "/var/lib/PackageKit", "/var/cache/PackageKit"})
             if (QStandardPaths::findExecutable(needed).isEmpty() && !QFileInfo::exists(needed))
-                return QString(needed) + " is missing (Debian's dbus-daemon, packagekit)";
+                return QString(needed)
+                       + " is missing (Debian's util-linux, dbus-daemon, packagekit)";
         int exitCode = -1;
         run("/usr/bin/python3", {"-c", "import dbusmock"}, {}, &exitCode);
         if (exitCode != 0)
@@ -115,7 +116,8 @@ public:
         const char *script = R"(set -eu
 for state in /var/lib/PackageKit /var/cache/PackageKit; do mount -t tmpfs tmpfs $state; done
 export DBUS_SYSTEM_BUS_ADDRESS=unix:path=$1/bus
-dbus-daemon --config-file="$1/bus.conf" --nofork &
+# Forked, it returns once the bus listens: packagekitd gives up on a bus not there yet.
+dbus-daemon --config-file="$1/bus.conf" --fork --print-address >/dev/null
 /usr/bin/python3 -m dbusmock --system --template polkitd &
 [ "$2" = none ] || /usr/libexec/packagekitd --backend=dummy --disable-timer --keep-environment &
 wait
@@ -160,14 +162,15 @@ wait
     // Kills packagekitd alone, as a crash would.
     bool killDaemon() const
     {
-        for (QList<QByteArray> pending{QByteArray::number(m_process.processId())};
-             !pending.isEmpty();) {
-            const QByteArray pid = pending.takeFirst().trimmed();
-            if (pid.isEmpty())
-                continue;
-            if (readFile("/proc/" + pid + "/comm") == "packagekitd\n")
-                return ::kill(pid_t(pid.toInt()), SIGKILL) == 0;
-            pending << readFile("/proc/" + pid + "/task/" + pid + "/children").split(' ');
+        QList<qint64> pending{m_process.processId()};
+        while (!pending.isEmpty()) {
+            const qint64 pid = pending.takeFirst();
+            if (readFile(QString("/proc/%1/comm").arg(pid)).trimmed() == "packagekitd")
+                return ::kill(pid_t(pid), SIGKILL) == 0;
+            const QString children =
+                QString::fromLatin1(readFile(QString("/proc/%1/task/%1/children").arg(pid)));
+            for (const QString &child : children.split(' ', Qt::SkipEmptyParts))
+                pending << child.toLongLong();
         }
         return false;
     }
