@@ -567,7 +567,8 @@ private slots:
         auto w = window(sandbox, toolsWithout({"sdl2-config"}), {{Component::Sdl2, package}});
         QVERIFY(w);
         QSignalSpy checked(w.get(), &InstallerWindow::checksFinished);
-        child<QPushButton>(*w, "installButton")->click();
+        auto *install = child<QPushButton>(*w, "installButton");
+        install->click();
         QVERIFY(w->isInstalling());
         auto *cancel = child<QPushButton>(*w, "cancelButton");
         if (!stop.isEmpty()) {
@@ -583,7 +584,6 @@ private slots:
         QTEST(text(*w, "messageLabel"), "sentence");
         QVERIFY(rowText(*w, 5).contains("|Missing|"));
         QVERIFY(!cancel->isVisible());
-        auto *install = child<QPushButton>(*w, "installButton");
         QVERIFY(install->isVisible());
         QCOMPARE(install->isEnabled(), canRetry);
         QVERIFY(child<QPlainTextEdit>(*w, "commandText")->isVisible());
