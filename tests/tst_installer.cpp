@@ -17,7 +17,6 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTableWidget>
 #include <QTranslator>
@@ -38,6 +37,39 @@ namespace {
 
 const QString installAction = "org.freedesktop.packagekit.package-install";
 const QString refreshAction = "org.freedesktop.packagekit.system-sources-refresh";
+// Endings that the rules decide and the window shows.
+const QString notAuthorized =
+    "Installing was not authorized: the password prompt was cancelled, the password was wrong, or "
+    "no password prompt can be shown in this session. Click Install to try again, or run the "
+    "command below in a terminal.";
+const QString cancelled = "The installation was cancelled. The list shows what is installed now.";
+const QString stopped = "The package manager stopped before it finished. The list shows what is "
+                        "installed now; click Install to try again.";
+
+void fakeTool(const QString &path, const QByteArray &output, int exitCode = 0)
+{
+    writeScript(path,
+                "printf '%s\\n' '" + output + "'\nexit " + QByteArray::number(exitCode) + "\n");
+}
+
+template <typename T> T *child(QWidget &window, const char *name)
+{
+    return window.findChild<T *>(name);
+}
+
+QString text(InstallerWindow &window, const char *label)
+{
+    return child<QLabel>(window, label)->text();
+}
+
+QString rowText(InstallerWindow &window, int row)
+{
+    auto *table = child<QTableWidget>(window, "componentTable");
+    QStringList texts;
+    for (int column = 0; column < table->columnCount(); ++column)
+        texts << table->item(row, column)->text();
+    return texts.join('|');
+}
 
 // A real packagekitd with its dummy backend, on a private system bus with a
 // polkit stand-in, in namespaces of its own: its state folders are empty
@@ -46,53 +78,48 @@ const QString refreshAction = "org.freedesktop.packagekit.system-sources-refresh
 class PackageKitSandbox
 {
 public:
-    enum class Daemon { Online, Offline, None };
+    // NoBus: only an address nothing listens on.
+    enum class Daemon { Online, Offline, None, NoBus };
 
     ~PackageKitSandbox()
     {
-        if (m_process.state() != QProcess::NotRunning) {
+        if (m_process.state() != QProcess::NotRunning)
             m_process.kill(); // unshare passes SIGKILL on to the namespace
-            m_process.waitForFinished(30000);
-        }
+        m_process.waitForFinished(30000);
         QDBusConnection::disconnectFromBus(m_name);
     }
 
-    // Empty when the daemon answers, otherwise why it cannot run here.
+    // Empty when the services answer, otherwise why they cannot run here.
     QString start(Daemon daemon)
     {
-        const QStringList needed{"unshare", "dbus-daemon", "bash"};
-        for (const QString &program : needed)
-            if (QStandardPaths::findExecutable(program).isEmpty())
-                return program + " is not installed";
-        for (const char *file :
-             {"/usr/libexec/packagekitd",
+        if (daemon == Daemon::NoBus) {
+            m_bus = QDBusConnection::connectToBus("unix:path=" + socket(), m_name);
+            return {};
+        }
+        for (const char *needed :
+             {"unshare", "dbus-daemon", "bash", "/usr/libexec/packagekitd",
               "/usr/lib/x86_64-linux-gnu/packagekit-backend/libpk_backend_dummy.so",
               "/var/lib/PackageKit", "/var/cache/PackageKit"})
-            if (!QFileInfo::exists(file))
-                return QString(file) + " is missing (Debian's packagekit)";
+            if (QStandardPaths::findExecutable(needed).isEmpty() && !QFileInfo::exists(needed))
+                return QString(needed)
+                       + " is missing (Debian's util-linux, dbus-daemon, packagekit)";
         int exitCode = -1;
         run("/usr/bin/python3", {"-c", "import dbusmock"}, {}, &exitCode);
         if (exitCode != 0)
             return "/usr/bin/python3 has no dbusmock (Debian's python3-dbusmock)";
 
-        writeFile(m_dir.filePath("bus.conf"),
-                  "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration "
-                  "1.0//EN\" \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
-                  "<busconfig><type>system</type><listen>unix:path="
-                      + QFile::encodeName(socket())
-                      + "</listen><auth>EXTERNAL</auth><policy context=\"default\">"
-                        "<allow user=\"*\"/><allow own=\"*\"/><allow send_type=\"method_call\"/>"
-                        "<allow send_destination=\"*\"/><allow receive_sender=\"*\"/>"
-                        "</policy></busconfig>\n");
+        const QString conf = R"(<busconfig><type>system</type><listen>unix:path=%1</listen>
+<auth>EXTERNAL</auth><policy context="default"><allow user="*"/><allow own="*"/>
+<allow send_type="method_call"/><allow send_destination="*"/><allow receive_sender="*"/>
+</policy></busconfig>)";
+        writeFile(m_dir.filePath("bus.conf"), conf.arg(socket()).toLocal8Bit());
         const char *script = R"(set -eu
-mount -t tmpfs tmpfs /var/lib/PackageKit
-mount -t tmpfs tmpfs /var/cache/PackageKit
+for state in /var/lib/PackageKit /var/cache/PackageKit; do mount -t tmpfs tmpfs $state; done
 export DBUS_SYSTEM_BUS_ADDRESS=unix:path=$1/bus
-dbus-daemon --config-file="$1/bus.conf" --nofork &
+# Forked, it returns once the bus listens: packagekitd gives up on a bus not there yet.
+dbus-daemon --config-file="$1/bus.conf" --fork --print-address >/dev/null
 /usr/bin/python3 -m dbusmock --system --template polkitd &
-if [ "$2" = packagekit ]; then
-    /usr/libexec/packagekitd --backend=dummy --disable-timer --keep-environment &
-fi
+[ "$2" = none ] || /usr/libexec/packagekitd --backend=dummy --disable-timer --keep-environment &
 wait
 )";
         QStringList arguments{"--user", "--map-root-user", "--mount",     "--pid",
@@ -104,25 +131,23 @@ wait
                   << (daemon == Daemon::None ? "none" : "packagekit");
         m_process.setStandardInputFile(QProcess::nullDevice());
         m_process.start("unshare", arguments);
-        if (!QTest::qWaitFor([this] { return QFileInfo::exists(socket()) || ended(); }, 30000)
-            || ended())
-            return "no private bus started: "
-                   + QString::fromLocal8Bit(m_process.readAllStandardError());
-        m_bus = QDBusConnection::connectToBus("unix:path=" + socket(), m_name);
         QStringList names{"org.freedesktop.PolicyKit1"};
         if (daemon != Daemon::None)
             names << "org.freedesktop.PackageKit";
-        const bool up = QTest::qWaitFor(
-            [&] {
-                for (const QString &name : names)
-                    if (!m_bus.interface()->isServiceRegistered(name))
-                        return false;
-                return true;
-            },
-            30000);
-        return up ? QString()
-                  : "the services did not start: "
-                        + QString::fromLocal8Bit(m_process.readAllStandardError());
+        const auto up = [&] {
+            if (!m_bus.isConnected() && QFileInfo::exists(socket())) {
+                QDBusConnection::disconnectFromBus(m_name); // may be bound, not yet listening
+                m_bus = QDBusConnection::connectToBus("unix:path=" + socket(), m_name);
+            }
+            return std::all_of(names.begin(), names.end(), [&](const QString &name) {
+                return m_bus.isConnected() && m_bus.interface()->isServiceRegistered(name);
+            });
+        };
+        const auto ended = [&] { return m_process.state() == QProcess::NotRunning; };
+        if (QTest::qWaitFor([&] { return ended() || up(); }, 30000) && !ended())
+            return {};
+        return "the sandbox did not start: " + m_bus.lastError().message() + " "
+               + QString::fromLocal8Bit(m_process.readAllStandardError());
     }
 
     QDBusConnection bus() const { return m_bus; }
@@ -152,7 +177,6 @@ wait
 
 private:
     QString socket() const { return m_dir.filePath("bus"); }
-    bool ended() const { return m_process.state() == QProcess::NotRunning; }
 
     QTemporaryDir m_dir;
     QProcess m_process;
@@ -163,59 +187,27 @@ private:
     static inline int s_sandboxes = 0;
 };
 
+using Daemon = PackageKitSandbox::Daemon;
+
 } // namespace
 Q_DECLARE_METATYPE(PackageKitSandbox::Daemon)
-namespace {
 
-void fakeTool(const QString &path, const QByteArray &output, int exitCode = 0)
-{
-    writeScript(path,
-                "printf '%s\\n' '" + output + "'\nexit " + QByteArray::number(exitCode) + "\n");
-}
-
-template <typename T> T *child(QWidget &window, const char *name)
-{
-    return window.findChild<T *>(name);
-}
-
-QString text(InstallerWindow &window, const char *label)
-{
-    return child<QLabel>(window, label)->text();
-}
-
-QString rowText(InstallerWindow &window, int row)
-{
-    auto *table = child<QTableWidget>(window, "componentTable");
-    QStringList texts;
-    for (int column = 0; column < table->columnCount(); ++column)
-        texts << table->item(row, column)->text();
-    return texts.join('|');
-}
-
-} // namespace
-
-// The component installer: what it checks, the commands it shows, and how it
-// installs through a real PackageKit.
 class TestInstaller : public QObject
 {
     Q_OBJECT
 
     // Every tool but the given ones, in a folder of its own; cmake at its
     // fixed place there.
-    QString toolsWithout(const ComponentList &missing)
+    QString toolsWithout(const QStringList &missing)
     {
         const QString bin = m_tools.path() + "/" + QString::number(++m_toolSets);
-        const QList<std::pair<Component, QString>> tools{
-            {Component::Git, "git"},         {Component::CMake, "cmake"},
-            {Component::Make, "make"},       {Component::CCompiler, "cc"},
-            {Component::CxxCompiler, "c++"}, {Component::Sdl2, "sdl2-config"}};
-        for (const auto &[component, name] : tools)
-            if (!missing.contains(component))
-                fakeTool(bin + "/" + name, "1.0");
+        for (const char *tool : {"git", "cmake", "make", "cc", "c++", "sdl2-config"})
+            if (!missing.contains(tool))
+                fakeTool(bin + "/" + tool, "1.0");
         return bin;
     }
 
-    // A window whose checks have run, installing through the sandbox's
+    // A shown window whose checks have run, installing through the sandbox's
     // PackageKit with the given table.
     std::unique_ptr<InstallerWindow> window(PackageKitSandbox &sandbox, const QString &bin,
                                             const InstallCommands::PackageTable &table)
@@ -230,15 +222,6 @@ class TestInstaller : public QObject
         if (!checked.wait(30000))
             return nullptr;
         return w;
-    }
-
-    // Presses Install and waits until the checks after the installation
-    // have run.
-    static bool installAndCheck(InstallerWindow &w)
-    {
-        QSignalSpy checked(&w, &InstallerWindow::checksFinished);
-        child<QPushButton>(w, "installButton")->click();
-        return w.isInstalling() && checked.wait(60000);
     }
 
     PackageKitInstaller *m_installer = nullptr;
@@ -296,8 +279,7 @@ private slots:
         QCOMPARE(ComponentChecks::searchPathFor(Platform::Debian, "/usr/bin:/bin"),
                  QString("/usr/bin:/bin"));
 
-        QTemporaryDir dir;
-        const QString bin = dir.path() + "/my tools", cmake = bin + "/fixed/cmake";
+        const QString bin = m_tools.path() + "/my tools", cmake = bin + "/fixed/cmake";
         fakeTool(bin + "/git", "git version 2.39.2");
         fakeTool(bin + "/sdl2-config", "2.26.5");
         fakeTool(bin + "/cmake", "cmake version 3.25.1");
@@ -323,46 +305,43 @@ private slots:
         fakeTool(bin + "/pkg-config", "2.26.5");
         window.checkAgain();
         QVERIFY(finished.wait(30000));
-        QCOMPARE(window.installCommand(), QString());
         QStringList found;
         for (const auto &result : window.results())
             found << result.program << result.version;
         QCOMPARE(found, (QStringList{bin + "/git", "2.39.2", cmake, "3.25.1", bin + "/make", "4.3",
                                      bin + "/gcc", "12.2.0", bin + "/clang++", "14.0.6",
                                      bin + "/pkg-config", "2.26.5"}));
-        // Nothing missing: nothing to install.
-        QVERIFY(!child<QPushButton>(window, "installButton")->isVisible());
         QCOMPARE(text(window, "messageLabel"), "Everything ZELMOR Helper needs is installed.");
     }
 
-    // What the window says while PackageKit works: the status and, while it
-    // downloads or installs, the package; the bar goes busy on 101.
+    // While downloading or installing the status line names the package.
     void statusLine_data()
     {
         columns<uint, QString, QString>({"status", "packageId", "line"});
+        const auto row = [](const char *name, uint status, const QString &id, const char *line) {
+            QTest::newRow(name) << status << id << QString(line);
+        };
         const QString sdl = "libsdl2-dev;2.26.5+dfsg-1;amd64;debian";
-        QTest::newRow("authentication") << uint(StatusWaitingForAuth) << ""
-                                        << "Waiting for authentication";
-        QTest::newRow("queued") << uint(StatusWait) << ""
-                                << "Waiting for another installer…";
-        QTest::newRow("lock") << uint(StatusWaitingForLock) << sdl
-                              << "Waiting for another installer…";
-        QTest::newRow("download") << uint(StatusDownload) << sdl << "Downloading: libsdl2-dev";
-        QTest::newRow("install") << uint(StatusInstall) << sdl << "Installing: libsdl2-dev";
-        QTest::newRow("install, no package yet") << uint(StatusInstall) << ""
-                                                 << "Installing";
-        QTest::newRow("looking up: no package named")
-            << uint(StatusQuery) << sdl << "Looking up packages";
-        QTest::newRow("package lists") << uint(StatusDownloadPackagelist) << ""
-                                       << "Refreshing package lists";
-        QTest::newRow("unknown value") << 99u << ""
-                                       << "Working";
+        row("authentication", StatusWaitingForAuth, "", "Waiting for authentication");
+        row("queued", StatusWait, "", "Waiting for another installer…");
+        row("lock", StatusWaitingForLock, sdl, "Waiting for another installer…");
+        row("download", StatusDownload, sdl, "Downloading: libsdl2-dev");
+        row("install", StatusInstall, sdl, "Installing: libsdl2-dev");
+        row("install, no package yet", StatusInstall, "", "Installing");
+        row("looking up: no package named", StatusQuery, sdl, "Looking up packages");
+        row("package lists", StatusDownloadPackagelist, "", "Refreshing package lists");
+        row("unknown value", 99, "", "Working");
     }
     void statusLine()
     {
         QFETCH(uint, status);
         QFETCH(QString, packageId);
         QTEST(PackageKitRules::statusLine(status, packageId), "line");
+    }
+
+    // The bar goes busy on PackageKit's "unknown" percentage.
+    void progress()
+    {
         QCOMPARE(progressFor(PercentageUnknown), -1);
         QCOMPARE(progressFor(0), 0);
         QCOMPARE(progressFor(100), 100);
@@ -385,11 +364,8 @@ private slots:
             "Installation finished. Not available from this system's package sources: a, b.", {},
             {"a", "b"});
         row("cancelled", ExitCancelled, ErrorTransactionCancelled, Kind::Cancelled, true,
-            "The installation was cancelled. The list shows what is installed now.");
-        row("not authorized", ExitFailed, ErrorNotAuthorized, Kind::Failed, true,
-            "Installing was not authorized: the password prompt was cancelled, the password was "
-            "wrong, or no password prompt can be shown in this session. Click Install to try "
-            "again, or run the command below in a terminal.");
+            cancelled);
+        row("not authorized", ExitFailed, ErrorNotAuthorized, Kind::Failed, true, notAuthorized);
         row("lock held", ExitFailed, ErrorCannotGetLock, Kind::Failed, true,
             "Another installer is using the package manager. Wait until it has finished, then "
             "click Install again.");
@@ -403,9 +379,7 @@ private slots:
         row("download failed", ExitFailed, ErrorPackageDownloadFailed, Kind::Failed, true,
             "The packages could not be downloaded. Check the internet connection, then click "
             "Install again.");
-        row("killed", ExitKilled, -1, Kind::Failed, true,
-            "The package manager stopped before it finished. The list shows what is installed "
-            "now; click Install to try again.");
+        row("killed", ExitKilled, -1, Kind::Failed, true, stopped);
         row("other error with details", ExitFailed, ErrorDepResolutionFailed, Kind::Failed, true,
             "The package manager could not install the packages: libfoo conflicts with libbar",
             " libfoo conflicts with libbar\n");
@@ -489,16 +463,14 @@ private slots:
     void installSucceeds()
     {
         PackageKitSandbox sandbox;
-        if (const QString reason = sandbox.start(PackageKitSandbox::Daemon::Online);
-            !reason.isEmpty())
+        if (const QString reason = sandbox.start(Daemon::Online); !reason.isEmpty())
             QSKIP(qPrintable(reason));
         QVERIFY(sandbox.allow({installAction}));
-        const QString bin = toolsWithout({Component::Git, Component::Sdl2});
+        const QString bin = toolsWithout({"git", "sdl2-config"});
         auto w =
             window(sandbox, bin, {{Component::Git, "libawesome"}, {Component::Sdl2, "foobar"}});
         QVERIFY(w);
         QCOMPARE(text(*w, "messageLabel"), "Click Install to install what is missing.");
-        QCOMPARE(w->installCommand(), "sudo apt-get install git libsdl2-dev");
         auto *bar = child<QProgressBar>(*w, "progressBar");
         auto *status = child<QLabel>(*w, "statusLabel");
         QCOMPARE(QAccessible::queryAccessibleInterface(bar)->text(QAccessible::Name),
@@ -532,118 +504,102 @@ private slots:
         QVERIFY(w->isVisible());
         QVERIFY(checked.wait(60000));
 
-        QCOMPARE(percents.last(), 100);
-        // From busy (101) on, the install's figures only go up.
+        // From busy (-1) on, the install's figures only go up, to 100.
         const auto installing = std::find(percents.rbegin(), percents.rend(), -1).base();
-        QStringList seen;
-        for (const int percent : percents)
-            seen << QString::number(percent);
-        QVERIFY2(percents.end() - installing > 20 && std::is_sorted(installing, percents.end()),
-                 qPrintable(seen.join(' ')));
-        QVERIFY2(statuses.contains("Waiting for authentication"), qPrintable(statuses.join(", ")));
-        QVERIFY2(!statuses.filter(QRegularExpression("^Installing: gtkhtml2")).isEmpty(),
-                 qPrintable(statuses.join(", ")));
+        QVERIFY2(percents.last() == 100 && percents.end() - installing > 20
+                     && std::is_sorted(installing, percents.end()),
+                 qPrintable(QDebug::toString(percents)));
+        const QString said = statuses.join(", ");
+        QVERIFY2(statuses.contains("Waiting for authentication"), qPrintable(said));
+        QVERIFY2(said.contains("Installing: gtkhtml2"), qPrintable(said));
         // Only a wait that lasts says another installer is in the way.
-        QVERIFY2(!statuses.contains("Waiting for another installer…"),
-                 qPrintable(statuses.join(", ")));
+        QVERIFY2(!statuses.contains("Waiting for another installer…"), qPrintable(said));
         QCOMPARE(text(*w, "messageLabel"), "Installation finished.");
-        QCOMPARE(rowText(*w, 0), "Git|Found, version 2.39.2|" + bin + "/git");
         QCOMPARE(rowText(*w, 5),
                  "SDL 2 development files|Found, version 2.26.5|" + bin + "/sdl2-config");
-        QVERIFY(!bar->isVisible() && !status->isVisible());
-        QVERIFY(!child<QPushButton>(*w, "installButton")->isVisible());
         QCOMPARE(w->installCommand(), QString());
+        QVERIFY(!bar->isVisible() && !status->isVisible()
+                && !child<QPushButton>(*w, "installButton")->isVisible());
     }
 
-    // Polkit says no at once: the window says why, Install stays, and the
-    // command is there as the other way.
-    void refusedByPolkit()
+    // An installation that ends without installing: each way gets its
+    // sentence, the command stays as the other way, and Install is offered
+    // again unless trying again cannot help. Stopped while downloading, by
+    // Escape (while PackageKit allows a cancel) or by the daemon's death. A
+    // name the package sources do not know gets one refresh of the lists.
+    void installEndsShort_data()
     {
+        columns<Daemon, QStringList, QString, QString, bool, QString>(
+            {"daemon", "allowed", "package", "stop", "canRetry", "sentence"});
+        const QString none = "PackageKit, which installs software on this system, is not "
+                             "available. Run the command below in a terminal, then click Check "
+                             "Again.";
+        const QStringList nothing, install{installAction};
+        const auto row = [](const char *name, Daemon daemon, const QStringList &allowed,
+                            const char *stop, bool retry, const QString &sentence,
+                            const char *package = "foobar") {
+            QTest::newRow(name) << daemon << allowed << QString(package) << QString(stop) << retry
+                                << sentence;
+        };
+        row("no system bus", Daemon::NoBus, nothing, "", false, none);
+        row("no daemon", Daemon::None, nothing, "", false, none);
+        row("offline", Daemon::Offline, install, "", true,
+            "This computer is offline. Connect it to the internet, then click Install again.");
+        row("refused by polkit", Daemon::Online, nothing, "", true, notAuthorized);
+        row("escape cancels", Daemon::Online, install, "escape", true, cancelled);
+        row("daemon killed", Daemon::Online, install, "kill", true, stopped);
+        row("unknown package", Daemon::Online, {installAction, refreshAction}, "", true,
+            "This system's package lists do not know nosuchpackage. Refresh the package lists and "
+            "try again?",
+            "nosuchpackage");
+    }
+    void installEndsShort()
+    {
+        QFETCH(Daemon, daemon);
+        QFETCH(QStringList, allowed);
+        QFETCH(QString, package);
+        QFETCH(QString, stop);
+        QFETCH(bool, canRetry);
         PackageKitSandbox sandbox;
-        if (const QString reason = sandbox.start(PackageKitSandbox::Daemon::Online);
-            !reason.isEmpty())
+        if (const QString reason = sandbox.start(daemon); !reason.isEmpty())
             QSKIP(qPrintable(reason));
-        QVERIFY(sandbox.allow({}));
-        auto w = window(sandbox, toolsWithout({Component::Sdl2}), {{Component::Sdl2, "foobar"}});
+        QVERIFY(daemon == Daemon::NoBus || sandbox.allow(allowed));
+        auto w = window(sandbox, toolsWithout({"sdl2-config"}), {{Component::Sdl2, package}});
         QVERIFY(w);
-        QVERIFY(installAndCheck(*w));
-        QVERIFY(text(*w, "messageLabel").startsWith("Installing was not authorized"));
+        QSignalSpy checked(w.get(), &InstallerWindow::checksFinished);
         auto *install = child<QPushButton>(*w, "installButton");
-        QVERIFY(install->isVisible() && install->isEnabled());
+        install->click();
+        QVERIFY(w->isInstalling());
+        auto *cancel = child<QPushButton>(*w, "cancelButton");
+        if (!stop.isEmpty()) {
+            QTRY_VERIFY_WITH_TIMEOUT(
+                text(*w, "statusLabel").startsWith("Downloading") && cancel->isEnabled(), 20000);
+            if (stop == "escape")
+                QTest::keyClick(w.get(), Qt::Key_Escape);
+            else
+                QVERIFY(sandbox.killDaemon());
+        }
+        QVERIFY(checked.wait(60000));
+        QVERIFY(w->isVisible()); // Escape cancelled, it did not close
+        QTEST(text(*w, "messageLabel"), "sentence");
+        QVERIFY(rowText(*w, 5).contains("|Missing|"));
+        QVERIFY(!cancel->isVisible());
+        QVERIFY(install->isVisible());
+        QCOMPARE(install->isEnabled(), canRetry);
         QVERIFY(child<QPlainTextEdit>(*w, "commandText")->isVisible());
         QCOMPARE(w->installCommand(), "sudo apt-get install libsdl2-dev");
         QCOMPARE(text(*w, "commandLabel"), "Or run this in a terminal, then click Check Again:");
-    }
-
-    // A name the package sources do not know: one refresh of the lists is
-    // offered, and after it the window names what is still unavailable.
-    void unknownPackage()
-    {
-        PackageKitSandbox sandbox;
-        if (const QString reason = sandbox.start(PackageKitSandbox::Daemon::Online);
-            !reason.isEmpty())
-            QSKIP(qPrintable(reason));
-        QVERIFY(sandbox.allow({installAction, refreshAction}));
-        auto w =
-            window(sandbox, toolsWithout({Component::Sdl2}), {{Component::Sdl2, "nosuchpackage"}});
-        QVERIFY(w);
-        QVERIFY(installAndCheck(*w));
-        QCOMPARE(text(*w, "messageLabel"),
-                 "This system's package lists do not know nosuchpackage. Refresh the package "
-                 "lists and try again?");
         auto *refresh = child<QPushButton>(*w, "refreshButton");
-        QVERIFY(refresh->isVisible());
-        QSignalSpy checked(w.get(), &InstallerWindow::checksFinished);
+        QCOMPARE(refresh->isVisible(), package == "nosuchpackage");
+        if (!refresh->isVisible())
+            return;
+
         refresh->click();
         QVERIFY(w->isInstalling());
         QTRY_COMPARE_WITH_TIMEOUT(text(*w, "statusLabel"), "Refreshing package lists", 20000);
         QVERIFY(checked.wait(60000));
         QVERIFY(text(*w, "messageLabel").startsWith("nosuchpackage cannot be found"));
-        QVERIFY(!refresh->isVisible());
-        QVERIFY(!child<QPushButton>(*w, "installButton")->isEnabled());
-    }
-
-    // No PackageKit: no bus at all, a bus without the daemon, and a daemon
-    // that says it is offline each end in their own sentence, before any
-    // transaction.
-    void packageKitUnavailable_data()
-    {
-        columns<PackageKitSandbox::Daemon, bool, QString>({"daemon", "canRetry", "sentence"});
-        const QString none = "PackageKit, which installs software on this system, is not "
-                             "available. Run the command below in a terminal, then click Check "
-                             "Again.";
-        QTest::newRow("no daemon") << PackageKitSandbox::Daemon::None << false << none;
-        QTest::newRow("offline") << PackageKitSandbox::Daemon::Offline << true
-                                 << "This computer is offline. Connect it to the internet, then "
-                                    "click Install again.";
-    }
-    void packageKitUnavailable()
-    {
-        QFETCH(PackageKitSandbox::Daemon, daemon);
-        QFETCH(bool, canRetry);
-        PackageKitSandbox sandbox;
-        if (const QString reason = sandbox.start(daemon); !reason.isEmpty())
-            QSKIP(qPrintable(reason));
-        auto w = window(sandbox, toolsWithout({Component::Sdl2}), {{Component::Sdl2, "foobar"}});
-        QVERIFY(w);
-        QVERIFY(installAndCheck(*w));
-        QTEST(text(*w, "messageLabel"), "sentence");
-        QCOMPARE(child<QPushButton>(*w, "installButton")->isEnabled(), canRetry);
-        QCOMPARE(w->installCommand(), "sudo apt-get install libsdl2-dev");
-    }
-    void noSystemBus()
-    {
-        const QString bin = toolsWithout({Component::Sdl2});
-        auto installer = std::make_unique<PackageKitInstaller>(
-            QDBusConnection::connectToBus("unix:path=" + m_tools.path() + "/nobus", "zelmor-nobus"),
-            InstallCommands::PackageTable{{Component::Sdl2, "foobar"}}, bin + "/cmake");
-        InstallerWindow w(Platform::Debian, bin, bin + "/cmake", std::move(installer));
-        QSignalSpy checked(&w, &InstallerWindow::checksFinished);
-        QVERIFY(checked.wait(30000));
-        w.show();
-        QVERIFY(installAndCheck(w));
-        QVERIFY(text(w, "messageLabel").startsWith("PackageKit, which installs software"));
-        QDBusConnection::disconnectFromBus("zelmor-nobus");
+        QVERIFY(!refresh->isVisible() && !install->isEnabled());
     }
 
     // On Linux the first-launch sheet's prerequisites name this system's
@@ -678,45 +634,6 @@ private slots:
                      && text.contains("SDL 2")
                      && text.contains(main.translate(context, "Install Essentials")),
                  qPrintable(text));
-    }
-
-    // Stopped while downloading, by Escape (while PackageKit allows a
-    // cancel) or by the daemon's death: the window says which, checks
-    // again, reports nothing as installed and offers Install again.
-    void stoppedWhileDownloading_data()
-    {
-        columns<bool, QString>({"byEscape", "sentence"});
-        QTest::newRow("escape cancels")
-            << true << "The installation was cancelled. The list shows what is installed now.";
-        QTest::newRow("daemon killed") << false
-                                       << "The package manager stopped before it finished. The "
-                                          "list shows what is installed now; click Install to "
-                                          "try again.";
-    }
-    void stoppedWhileDownloading()
-    {
-        QFETCH(bool, byEscape);
-        PackageKitSandbox sandbox;
-        if (const QString reason = sandbox.start(PackageKitSandbox::Daemon::Online);
-            !reason.isEmpty())
-            QSKIP(qPrintable(reason));
-        QVERIFY(sandbox.allow({installAction}));
-        auto w = window(sandbox, toolsWithout({Component::Sdl2}), {{Component::Sdl2, "foobar"}});
-        QVERIFY(w);
-        QSignalSpy checked(w.get(), &InstallerWindow::checksFinished);
-        child<QPushButton>(*w, "installButton")->click();
-        auto *cancel = child<QPushButton>(*w, "cancelButton");
-        QTRY_VERIFY_WITH_TIMEOUT(
-            text(*w, "statusLabel").startsWith("Downloading") && cancel->isEnabled(), 20000);
-        if (byEscape)
-            QTest::keyClick(w.get(), Qt::Key_Escape);
-        else
-            QVERIFY(sandbox.killDaemon());
-        QVERIFY(checked.wait(30000));
-        QVERIFY(w->isVisible()); // Escape cancelled, it did not close
-        QTEST(text(*w, "messageLabel"), "sentence");
-        QVERIFY(rowText(*w, 5).contains("|Missing|"));
-        QVERIFY(!cancel->isVisible() && child<QPushButton>(*w, "installButton")->isEnabled());
     }
 };
 
