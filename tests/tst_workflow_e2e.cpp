@@ -380,26 +380,15 @@ private slots:
         // Blank-free values keep the registry's stride, so their own refusal
         // ends the transcript.
         const char *const payloads[] = {
-            "https://h/x.git;touch${IFS}@M@",
-            "$(touch${IFS}@M@)",
-            "`touch${IFS}@M@`",
-            "x|touch${IFS}@M@",
-            "x&&touch${IFS}@M@",
-            "x>@M@",
-            "x;{touch,@M@}",
-            "<(touch${IFS}@M@)",
-            "x;\"touch\"${IFS}\"@M@\"",
-            "x;$'\\x74ouch'${IFS}@M@",
-            "x\r;touch${IFS}@M@",
-            "x\xc2\xa0;touch${IFS}@M@",
-            "x\t;\ttouch\t@M@",
+            "https://h/x.git;touch${IFS}@M@", "$(touch${IFS}@M@)", "`touch${IFS}@M@`",
+            "x|touch${IFS}@M@", "x&&touch${IFS}@M@", "x>@M@", "x;{touch,@M@}",
+            "<(touch${IFS}@M@)", "x;\"touch\"${IFS}\"@M@\"", "x;$'\\x74ouch'${IFS}@M@",
+            "x\r;touch${IFS}@M@", "x\xc2\xa0;touch${IFS}@M@", "x\t;\ttouch\t@M@",
             // No shell character at all: TAB splits, git takes the option.
-            "--upload-pack=touch\tfile://@M@",
-            "-c\tcore.sshCommand=touch\t@M@",
+            "--upload-pack=touch\tfile://@M@", "-c\tcore.sshCommand=touch\t@M@",
             "a=~/x;touch${IFS}@M@",
             // With blanks and line feeds the stride moves; still nothing runs.
-            "x && touch @M@",
-            "x\n;touch @M@",
+            "x && touch @M@", "x\n;touch @M@",
         };
         int row = 0;
         for (const char *payload : payloads)
