@@ -329,7 +329,8 @@ private slots:
     void updateCountsARefusedEntryAsMissing()
     {
         const QString url = touching("update");
-        resetWorkspace(gitmodulesEntry("lang", m_fixture->langURL()) + gitmodulesEntry("evil", url));
+        resetWorkspace(gitmodulesEntry("lang", m_fixture->langURL())
+                       + gitmodulesEntry("evil", url));
         m_fixture->cloneModule(m_fixture->langURL(), "lang");
         Harness h;
         h.perform(AppController::TagUpdate);

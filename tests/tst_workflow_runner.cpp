@@ -56,7 +56,7 @@ class WorkflowRunnerTest : public QObject
     // played by git. The stand-in stays on PATH until the test ends: the
     // shell looks git up after it has started.
     void performWithGit(ControllerHarness &h, const QByteArray &git,
-                            int tag = AppController::TagModules)
+                        int tag = AppController::TagModules)
     {
         if (!m_tools)
             m_tools.emplace();
@@ -68,8 +68,7 @@ class WorkflowRunnerTest : public QObject
     // Starts a clone that ignores SIGTERM and stops it; returns its child.
     QPointer<QProcess> stopStubbornChild(ControllerHarness &h)
     {
-        performWithGit(h,
-                           "trap '' TERM; touch '" + flag("started").toUtf8() + "'; sleep 100\n");
+        performWithGit(h, "trap '' TERM; touch '" + flag("started").toUtf8() + "'; sleep 100\n");
         if (!QTest::qWaitFor([&] { return QFileInfo::exists(flag("started")); }, Patience))
             return nullptr;
         m_tools.reset(); // git has started: later ones are real
@@ -113,9 +112,9 @@ private slots:
         QFETCH(QString, firstChunk);
         ControllerHarness h;
         performWithGit(h, "printf '%s\\n' \"" + firstChunk.toUtf8() + "\" >&2\n" + waitFor("go")
-                                  + "head -c 4000000 /dev/zero | tr '\\0' z >&2\n"
-                                    "printf 'out \\303'\n"
-                                    "read -t 1 line; [ $? -gt 128 ] && printf '\\251\\n'\n");
+                              + "head -c 4000000 /dev/zero | tr '\\0' z >&2\n"
+                                "printf 'out \\303'\n"
+                                "read -t 1 line; [ $? -gt 128 ] && printf '\\251\\n'\n");
         QTRY_VERIFY2_WITH_TIMEOUT(h.console().contains(firstChunk), qPrintable(h.console()),
                                   Patience);
         QTEST(!h.controller.progressbar->isIndeterminate(), "barMadeDeterminate");
@@ -149,11 +148,11 @@ private slots:
     void compileSelectedMidRunReadsMakeNotGit()
     {
         ControllerHarness h;
-        performWithGit(
-            h, Receiving + waitFor("compile")
-                   + "printf 'Receiving objects: 99%% (1/7), 1 MiB | 9.00 KiB/s\\n' >&2\n"
-                   + waitFor("make") + "printf '[ 12%%] Building\\n'\n" + waitFor("scan")
-                   + "printf 'Scanning\\n'\nsleep 100\n");
+        performWithGit(h,
+                       Receiving + waitFor("compile")
+                           + "printf 'Receiving objects: 99%% (1/7), 1 MiB | 9.00 KiB/s\\n' >&2\n"
+                           + waitFor("make") + "printf '[ 12%%] Building\\n'\n" + waitFor("scan")
+                           + "printf 'Scanning\\n'\nsleep 100\n");
         ProgressBar *bar = h.controller.progressbar;
         QTRY_COMPARE_WITH_TIMEOUT(bar->maxValue(), 2742.0, Patience);
         h.controller.selectItemWithTag(AppController::TagCompile);
