@@ -124,13 +124,20 @@ private slots:
                                   + "\nout \xc3\xa9\n\nDone.\n");
     }
 
-    // git's figures on standard error move the bar and the speed label; what
-    // a clone writes on standard output moves nothing.
-    void cloneProgressDrivesTheBar()
+    // The bar follows the tool of the operation selected: while the module
+    // is cloned git's figures on standard error move it and the speed label,
+    // and what git writes on standard output nothing; switched to compile
+    // while the child runs, make's percentages on standard output drive it and
+    // git's no longer do. Stop puts the idle speed label back.
+    void barFollowsTheToolOfTheSelectedOperation()
     {
         ControllerHarness h;
         QSignalSpy progress(&h.controller, &AppController::progressChanged);
-        performWithGit(h, Receiving + "printf '[ 50%%] Building\\n'\nsleep 100\n");
+        performWithGit(h,
+                       Receiving + "printf '[ 50%%] Building\\n'\n" + waitFor("compile")
+                           + "printf 'Receiving objects: 99%% (1/7), 1 MiB | 9.00 KiB/s\\n' >&2\n"
+                           + waitFor("make") + "printf '[ 12%%] Building\\n'\n" + waitFor("scan")
+                           + "printf 'Scanning\\n'\nsleep 100\n");
         ProgressBar *bar = h.controller.progressbar;
         QTRY_VERIFY_WITH_TIMEOUT(h.console().contains("[ 50%] Building"), Patience);
         QTRY_COMPARE_WITH_TIMEOUT(bar->maxValue(), 2742.0, Patience);
@@ -138,23 +145,6 @@ private slots:
         QVERIFY(!bar->isIndeterminate() && progress.count() > 0);
         QCOMPARE(h.controller.showSpeed->text(), "456.00 KiB/s");
         QCOMPARE(h.controller.lastPercentage, 45);
-        h.controller.perform(); // Stop
-        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith(Terminated), Patience);
-        QCOMPARE(h.controller.showSpeed->text(), "ZELMOR");
-    }
-
-    // Switched to compile while the child runs: make's percentages on
-    // standard output drive the bar, git's on standard error no longer do.
-    void compileSelectedMidRunReadsMakeNotGit()
-    {
-        ControllerHarness h;
-        performWithGit(h,
-                       Receiving + waitFor("compile")
-                           + "printf 'Receiving objects: 99%% (1/7), 1 MiB | 9.00 KiB/s\\n' >&2\n"
-                           + waitFor("make") + "printf '[ 12%%] Building\\n'\n" + waitFor("scan")
-                           + "printf 'Scanning\\n'\nsleep 100\n");
-        ProgressBar *bar = h.controller.progressbar;
-        QTRY_COMPARE_WITH_TIMEOUT(bar->maxValue(), 2742.0, Patience);
         h.controller.selectItemWithTag(AppController::TagCompile);
         TestSupport::writeFile(flag("compile"), "");
         QTRY_VERIFY_WITH_TIMEOUT(h.console().contains("99%"), Patience);
@@ -167,6 +157,7 @@ private slots:
         QCOMPARE(bar->doubleValue(), 12.0); // no figure: the value stays
         h.controller.perform();             // Stop
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith(Terminated), Patience);
+        QCOMPARE(h.controller.showSpeed->text(), "ZELMOR");
     }
 
     // Stop in the pause between an update's two pulls, where no child is left
