@@ -16,13 +16,19 @@
 namespace {
 
 using Harness = ControllerHarness;
+using TestSupport::readFile;
+using TestSupport::writeFile;
+// The answers to an existing folder's question; the third (Cancel, Skip) leaves it alone.
+constexpr int Keep = AlertSheet::FirstButtonReturn, Replace = AlertSheet::SecondButtonReturn,
+              Leave = AlertSheet::ThirdButtonReturn;
 
 QString cloneTranscript(const QString &workspace)
 {
     return "\nDownloading source codes...\n\nLocation: " + workspace + "\n\n\nDone.\n";
 }
 
-const QString Marker = QStringLiteral("@M@");
+const QString ModuleChecks = QStringLiteral(
+    "\nChecking files...\nDone.\n\nRegistering modules...\nDone.\nChecking modules...\n");
 
 QString refusal(const QString &url, bool nameless)
 {
@@ -39,20 +45,27 @@ QMap<QString, QByteArray> snapshot(const QString &root, const QStringList &skip 
     QDirIterator it(root, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
                     QDirIterator::Subdirectories);
     while (it.hasNext()) {
-        const QString path = it.next();
-        const QString relative = QDir(root).relativeFilePath(path);
-        if (std::any_of(skip.begin(), skip.end(), [&](const QString &s) {
+        const QString path = it.next(), relative = QDir(root).relativeFilePath(path);
+        if (std::none_of(skip.begin(), skip.end(), [&](const QString &s) {
                 return relative == s || relative.startsWith(s + u'/');
             }))
-            continue;
-        items.insert(relative,
-                     it.fileInfo().isDir() ? QByteArray("<dir>") : TestSupport::readFile(path));
+            items.insert(relative, it.fileInfo().isDir() ? QByteArray("<dir>") : readFile(path));
     }
     return items;
 }
 
-const QString ModuleChecks = QStringLiteral(
-    "\nChecking files...\nDone.\n\nRegistering modules...\nDone.\nChecking modules...\n");
+// The sheet that opens next, if it reads as given.
+AlertSheet *expectSheet(const QString &text, const QString &info, const QStringList &buttons)
+{
+    AlertSheet *sheet = Harness::waitForSheet();
+    [&] {
+        QVERIFY(sheet);
+        QCOMPARE(sheet->text(), text);
+        QCOMPARE(sheet->informativeText(), info);
+        QCOMPARE(sheet->buttonTitles(), buttons);
+    }();
+    return QTest::currentTestFailed() ? nullptr : sheet;
+}
 
 } // namespace
 
@@ -65,6 +78,11 @@ class WorkflowEndToEndTest : public QObject
 
     QString workspace() const { return m_fixture->workspace(); }
     QString markerFolder() const { return m_markers.path(); }
+    // A value that creates a marker file if any part of it runs in a shell.
+    QString touching(const QString &marker) const
+    {
+        return "x;touch${IFS}" + markerFolder() + "/" + marker;
+    }
 
     // The main checkout with its empty module folders, and a fresh registry;
     // a null gitmodules keeps the checked-out one.
@@ -73,7 +91,7 @@ class WorkflowEndToEndTest : public QObject
         QDir(workspace()).removeRecursively();
         m_fixture->checkoutMain();
         if (!gitmodules.isNull())
-            TestSupport::writeFile(workspace() + "/.gitmodules", gitmodules.toUtf8());
+            writeFile(workspace() + "/.gitmodules", gitmodules.toUtf8());
     }
 
     // No workspace (nor one kept by an earlier test), the source URL served.
@@ -89,32 +107,34 @@ class WorkflowEndToEndTest : public QObject
                                   QStringLiteral(ZELMOR_SOURCE_REPOSITORY_URL));
         if (slowServer)
             config += "[uploadpack]\n\tpackObjectsHook = \"sleep 20;\"\n";
-        TestSupport::writeFile(TestSupport::homeDir() + "/.gitconfig", config.toUtf8());
+        writeFile(TestSupport::homeDir() + "/.gitconfig", config.toUtf8());
     }
 
-    // After the download: "Done." and the prompt, counting from 10.
-    AlertSheet *openModulesPrompt(Harness &h)
+    // The download as the user starts it, up to its prompt; "Done." and the
+    // prompt, counting from 10.
+    AlertSheet *openModulesPrompt(Harness &h, bool perform = true)
     {
-        AlertSheet *prompt = Harness::waitForSheet();
-        if (!prompt)
-            return nullptr;
-        [&] {
-            QCOMPARE(h.console(), cloneTranscript(workspace()));
-            QCOMPARE(prompt->text(), "Ready to install modules");
-            QCOMPARE(prompt->informativeText(),
-                     "Main source codes are ready. Do you want to get "
-                     "modules initialized right now?\nCount down 10 secs...");
-            QCOMPARE(prompt->buttonTitles(), (QStringList{"Perform", "Cancel"}));
-            QCOMPARE(h.button(), "Stop");
-            QCOMPARE(h.controller.selectedTag(), int(AppController::TagClone));
-        }();
+        if (perform) {
+            prepareClone(false);
+            h.perform(AppController::TagClone);
+        }
+        AlertSheet *prompt = expectSheet("Ready to install modules",
+                                         "Main source codes are ready. Do you want to get modules "
+                                         "initialized right now?\nCount down 10 secs...",
+                                         {"Perform", "Cancel"});
+        if (prompt)
+            [&] {
+                QCOMPARE(h.console(), cloneTranscript(workspace()));
+                QCOMPARE(h.button(), "Stop");
+                QCOMPARE(h.controller.selectedTag(), int(AppController::TagClone));
+            }();
         return QTest::currentTestFailed() ? nullptr : prompt;
     }
 
     void expectModulesDone(Harness &h)
     {
-        const QString done = moduleTranscript(workspace(), "tools") + "\nDone.\n";
-        QTRY_COMPARE_WITH_TIMEOUT(h.console(), done, Patience);
+        QTRY_COMPARE_WITH_TIMEOUT(h.console(), moduleTranscript(workspace(), "tools") + "\nDone.\n",
+                                  Patience);
         QCOMPARE(h.button(), "Perform");
         for (const char *path : {"/lang/en.txt", "/tools/tool.txt", "/lang/.git"})
             QVERIFY2(QFileInfo::exists(workspace() + path), path);
@@ -135,53 +155,64 @@ private slots:
         QFile::remove(TestSupport::homeDir() + "/.gitconfig");
     }
 
-    // An existing workspace is asked about first: kept under its date
-    // suffix, replaced as a whole, or left as it was.
-    void cloneAsksAboutAnExistingWorkspace_data()
+    // An existing workspace (before the download) or module folder is asked
+    // about first: kept under its date suffix, replaced as a whole, or left.
+    void existingFolderIsAskedAbout_data()
     {
-        QTest::addColumn<int>("answer");
-        QTest::newRow("Keep") << AlertSheet::FirstButtonReturn;
-        QTest::newRow("Replace") << AlertSheet::SecondButtonReturn;
-        QTest::newRow("Cancel") << AlertSheet::ThirdButtonReturn;
-    }
-    void cloneAsksAboutAnExistingWorkspace()
-    {
-        QFETCH(int, answer);
-        prepareClone(false);
-        const QString ws = workspace();
-        TestSupport::writeFile(ws + "/.git/mine", "old\n");
-        TestSupport::writeFile(ws + "/notes.txt", "mine\n");
-        Harness h;
-        h.perform(AppController::TagClone);
-        AlertSheet *sheet = Harness::waitForSheet();
-        QVERIFY(sheet);
-        QCOMPARE(sheet->text(), "Notice");
-        QCOMPARE(sheet->informativeText(),
-                 ws + " already exists. It may be source codes.\nFolder will add current date "
-                      "as extension if you choose to keep it.\n \nHow to deal with it?");
-        QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Cancel"}));
-        QCOMPARE(h.console(), "\nChecking files...\n");
-        sheet->buttonFor(answer)->click();
-        const QStringList kept = QDir(m_fixture->root()).entryList({"workspace.*"}, QDir::Dirs);
-        QCOMPARE(kept.size(), answer == AlertSheet::FirstButtonReturn ? 1 : 0);
-        if (answer == AlertSheet::ThirdButtonReturn) {
-            QVERIFY(h.isIdle() && !h.controller.unixTask);
-            QVERIFY(QFileInfo::exists(ws + "/.git/mine"));
-            return;
+        TestSupport::columns<int, int>({"tag", "answer"});
+        for (const int tag : {AppController::TagClone, AppController::TagModules}) {
+            const bool clone = tag == AppController::TagClone;
+            QTest::addRow("%s, Keep", clone ? "workspace" : "module") << tag << Keep;
+            QTest::addRow("%s, Replace", clone ? "workspace" : "module") << tag << Replace;
+            QTest::addRow("%s", clone ? "workspace, Cancel" : "module, Skip") << tag << Leave;
         }
-        if (answer == AlertSheet::FirstButtonReturn)
-            QVERIFY(QFileInfo::exists(m_fixture->root() + "/" + kept.first() + "/notes.txt"));
-        QVERIFY(openModulesPrompt(h));
-        QVERIFY(!QFileInfo::exists(ws + "/notes.txt")); // the whole folder went
+    }
+    void existingFolderIsAskedAbout()
+    {
+        QFETCH(int, tag);
+        QFETCH(int, answer);
+        const bool clone = tag == AppController::TagClone;
+        const QString ws = workspace(), folder = clone ? ws : ws + "/lang";
+        if (clone) {
+            prepareClone(false);
+            QVERIFY(QDir().mkpath(ws + "/.git")); // only .git makes it a workspace
+        } else {
+            resetWorkspace();
+            m_fixture->cloneModule(m_fixture->langURL(), "lang");
+        }
+        writeFile(folder + "/mine.txt", "mine\n");
+        Harness h;
+        h.perform(tag);
+        AlertSheet *sheet =
+            clone ? expectSheet("Notice",
+                                ws + " already exists. It may be source codes.\nFolder will add "
+                                     "current date as extension if you choose to keep it.\n \n"
+                                     "How to deal with it?",
+                                {"Keep", "Replace", "Cancel"})
+                  : expectSheet("Module Exists", "Found submodule 'lang'\nHow to deal with it?",
+                                {"Keep", "Replace", "Skip"});
+        QVERIFY(sheet);
+        QCOMPARE(h.console(), clone ? "\nChecking files...\n" : ModuleChecks);
+        sheet->buttonFor(answer)->click();
+        if (!clone)
+            expectModulesDone(h);
+        else if (answer == Leave)
+            QVERIFY(h.isIdle() && !h.controller.unixTask);
+        else
+            QVERIFY(openModulesPrompt(h, false));
+        const QFileInfo at(folder);
+        const QStringList kept = at.dir().entryList({at.fileName() + ".*"}, QDir::Dirs);
+        QCOMPARE(kept.size(), answer == Keep ? 1 : 0);
+        if (answer == Keep)
+            QVERIFY(QFileInfo::exists(at.path() + "/" + kept.first() + "/mine.txt"));
+        QCOMPARE(QFileInfo::exists(folder + "/mine.txt"), answer == Leave); // a whole replacement
     }
 
     // The prompt's Perform starts the modules at once; the button keeps
     // reading "Stop".
     void modulesPromptPerformStartsTheModules()
     {
-        prepareClone(false);
         Harness h;
-        h.perform(AppController::TagClone);
         AlertSheet *prompt = openModulesPrompt(h);
         QVERIFY(prompt);
         prompt->buttonFor(AlertSheet::FirstButtonReturn)->click();
@@ -197,65 +228,27 @@ private slots:
     // look and starts the modules.
     void modulesPromptCountdownStartsTheModulesAtZero()
     {
-        prepareClone(false);
         Harness h;
-        h.perform(AppController::TagClone);
         QVERIFY(openModulesPrompt(h));
         QTimer *tick = h.controller.timer();
         QCOMPARE(tick->interval(), 1000);
-        // After each tick: the question, the operation selected, the button.
-        QStringList seen, expected;
+        QStringList seen, expected; // after each tick: question | operation selected | button
         connect(tick, &QTimer::timeout, this, [&] {
             seen << h.controller.iAlert->informativeText() + " | "
                         + QString::number(h.controller.selectedTag()) + " | " + h.button();
         });
-        for (int left = 9; left >= 0; --left) {
+        for (int left = 9; left >= 0; --left)
             expected << QStringLiteral("Main source codes are ready. Do you want to get essential "
                                        "modules initialized right now?\nCount down %1 secs... | %2 | %3")
                             .arg(left)
                             .arg(left ? AppController::TagClone : AppController::TagModules)
-                            // The dismiss branch restored the idle look before the
-                            // modules began.
+                            // The idle look comes back before the modules begin.
                             .arg(left ? "Stop" : "Perform");
-        }
         tick->setInterval(20); // the seconds themselves are not waited for
         QTRY_COMPARE_WITH_TIMEOUT(seen.size(), 10, Patience);
         QCOMPARE(seen, expected);
         QVERIFY(AlertSheet::openSheets().isEmpty() && !tick->isActive());
         expectModulesDone(h);
-    }
-
-    void existingModuleIsAskedAbout_data()
-    {
-        QTest::addColumn<int>("answer");
-        QTest::newRow("Keep") << AlertSheet::FirstButtonReturn;
-        QTest::newRow("Replace") << AlertSheet::SecondButtonReturn;
-        QTest::newRow("Skip") << AlertSheet::ThirdButtonReturn;
-    }
-    void existingModuleIsAskedAbout()
-    {
-        QFETCH(int, answer);
-        resetWorkspace();
-        const QString ws = workspace();
-        m_fixture->cloneModule(m_fixture->langURL(), "lang");
-        TestSupport::writeFile(ws + "/lang/mine.txt", "mine\n");
-
-        Harness h;
-        h.perform(AppController::TagModules);
-        AlertSheet *sheet = Harness::waitForSheet();
-        QVERIFY(sheet);
-        QCOMPARE(sheet->text(), "Module Exists");
-        QCOMPARE(sheet->informativeText(), "Found submodule 'lang'\nHow to deal with it?");
-        QCOMPARE(sheet->buttonTitles(), (QStringList{"Keep", "Replace", "Skip"}));
-        QCOMPARE(h.console(), ModuleChecks);
-        sheet->buttonFor(answer)->click();
-        expectModulesDone(h);
-
-        const QStringList kept = QDir(ws).entryList({"lang.*"}, QDir::Dirs | QDir::NoDotAndDotDot);
-        QCOMPARE(kept.size(), answer == AlertSheet::FirstButtonReturn ? 1 : 0);
-        QCOMPARE(QFileInfo::exists(ws + "/lang/mine.txt"), answer == AlertSheet::ThirdButtonReturn);
-        if (answer == AlertSheet::FirstButtonReturn)
-            QVERIFY(QFileInfo::exists(ws + "/" + kept.first() + "/mine.txt"));
     }
 
     // Each registration starts from the backup: nothing is appended twice,
@@ -265,7 +258,7 @@ private slots:
     {
         resetWorkspace();
         const QString ws = workspace();
-        const QByteArray pristine = TestSupport::readFile(ws + "/.git/config");
+        const QByteArray pristine = readFile(ws + "/.git/config");
         m_fixture->cloneModule(m_fixture->langURL(), "lang");
         m_fixture->cloneModule(m_fixture->toolsURL(), "tools");
         Harness h;
@@ -273,17 +266,16 @@ private slots:
             h.perform(AppController::TagModules);
             AlertSheet *lang = Harness::waitForSheet();
             QVERIFY(lang);
-            lang->buttonFor(AlertSheet::ThirdButtonReturn)->click();
+            lang->buttonFor(Leave)->click();
             AlertSheet *tools = Harness::waitForSheet();
             QVERIFY(tools && tools != lang);
             QCOMPARE(tools->informativeText(), "Found submodule 'tools'\nHow to deal with it?");
-            tools->buttonFor(AlertSheet::ThirdButtonReturn)->click();
+            tools->buttonFor(Leave)->click();
         }
         QCOMPARE(h.console(), ModuleChecks + "\nSkip module lang\n\nSkip module tools\n\nDone.\n");
         QVERIFY(h.isIdle());
-        QCOMPARE(TestSupport::readFile(ws + "/.git/config.origin"), pristine);
-        QCOMPARE(TestSupport::readFile(ws + "/.git/config"),
-                 pristine + "\n" + TestSupport::readFile(ws + "/.gitmodules"));
+        QCOMPARE(readFile(ws + "/.git/config.origin"), pristine);
+        QCOMPARE(readFile(ws + "/.git/config"), pristine + "\n" + readFile(ws + "/.gitmodules"));
     }
 
     void stopDuringClone_data()
@@ -320,6 +312,33 @@ private slots:
         QVERIFY(h.isIdle() && !h.controller.unixTask);
     }
 
+    // With no modules listed, the module operation ends without asking.
+    void moduleOperationWithoutGitmodulesEndsAtOnce()
+    {
+        resetWorkspace();
+        QVERIFY(QFile::remove(workspace() + "/.gitmodules"));
+        Harness h;
+        h.perform(AppController::TagModules);
+        QCOMPARE(h.console(), ModuleChecks + "\nDone.\n");
+        QVERIFY(h.isIdle() && !h.controller.unixTask);
+        QCOMPARE(readFile(workspace() + "/.git/config"), // nothing to append
+                 readFile(workspace() + "/.git/config.origin") + "\n(null)");
+    }
+
+    // The update counts a refused entry as a module that is not there.
+    void updateCountsARefusedEntryAsMissing()
+    {
+        const QString url = touching("update");
+        resetWorkspace(gitmodulesEntry("lang", m_fixture->langURL())
+                       + gitmodulesEntry("evil", url));
+        m_fixture->cloneModule(m_fixture->langURL(), "lang");
+        Harness h;
+        h.perform(AppController::TagUpdate);
+        QCOMPARE(h.console(), "\nChecking files...\n" + refusal(url, false));
+        QVERIFY(h.isIdle() && !h.controller.unixTask);
+        QVERIFY(QDir(markerFolder()).isEmpty());
+    }
+
     // A child's completion goes by the item selected when it ends: a clone
     // that ends with "Get module initialized" selected finds no module left
     // to fetch.
@@ -354,34 +373,23 @@ private slots:
     }
 
     // A .gitmodules written by a stranger: every payload below would create
-    // its marker file if any part of it ran, and the ordinary entry beside it
-    // is still cloned.
+    // its marker file (@M@) if any part of it ran, and the ordinary entry
+    // beside it is still cloned.
     void hostileURLsRunNothing_data()
     {
         QTest::addColumn<QString>("payload");
-        // @M@ stands for the row's marker file. Blank-free values keep the
-        // registry's stride, so their own refusal ends the transcript.
+        // Blank-free values keep the registry's stride, so their own refusal
+        // ends the transcript.
         const char *const payloads[] = {
-            "https://h/x.git;touch${IFS}@M@",
-            "$(touch${IFS}@M@)",
-            "`touch${IFS}@M@`",
-            "x|touch${IFS}@M@",
-            "x&&touch${IFS}@M@",
-            "x>@M@",
-            "x;{touch,@M@}",
-            "<(touch${IFS}@M@)",
-            "x;\"touch\"${IFS}\"@M@\"",
-            "x;$'\\x74ouch'${IFS}@M@",
-            "x\r;touch${IFS}@M@",
-            "x\xc2\xa0;touch${IFS}@M@",
-            "x\t;\ttouch\t@M@",
+            "https://h/x.git;touch${IFS}@M@", "$(touch${IFS}@M@)", "`touch${IFS}@M@`",
+            "x|touch${IFS}@M@", "x&&touch${IFS}@M@", "x>@M@", "x;{touch,@M@}",
+            "<(touch${IFS}@M@)", "x;\"touch\"${IFS}\"@M@\"", "x;$'\\x74ouch'${IFS}@M@",
+            "x\r;touch${IFS}@M@", "x\xc2\xa0;touch${IFS}@M@", "x\t;\ttouch\t@M@",
             // No shell character at all: TAB splits, git takes the option.
-            "--upload-pack=touch\tfile://@M@",
-            "-c\tcore.sshCommand=touch\t@M@",
+            "--upload-pack=touch\tfile://@M@", "-c\tcore.sshCommand=touch\t@M@",
             "a=~/x;touch${IFS}@M@",
             // With blanks and line feeds the stride moves; still nothing runs.
-            "x && touch @M@",
-            "x\n;touch @M@",
+            "x && touch @M@", "x\n;touch @M@",
         };
         int row = 0;
         for (const char *payload : payloads)
@@ -390,14 +398,13 @@ private slots:
     void hostileURLsRunNothing()
     {
         QFETCH(QString, payload);
-        const QString marker = markerFolder() + "/" + QTest::currentDataTag();
-        const QString url = QString(payload).replace(Marker, marker);
+        const QString url = payload.replace("@M@", markerFolder() + "/" + QTest::currentDataTag());
         // The ordinary module comes first, so every value keeps it in reach.
         const QString gitmodules =
             gitmodulesEntry("tools", m_fixture->toolsURL()) + gitmodulesEntry("evil", url);
         resetWorkspace(gitmodules);
-        const auto before =
-            snapshot(m_fixture->root(), {"workspace/tools", "workspace/.git/config"});
+        const QStringList cloned{"workspace/tools", "workspace/.git/config"};
+        const auto before = snapshot(m_fixture->root(), cloned);
         const auto home = snapshot(TestSupport::homeDir(), {".config"});
 
         Harness h;
@@ -406,10 +413,9 @@ private slots:
 
         QVERIFY2(QDir(markerFolder()).isEmpty(), qPrintable(url));
         QVERIFY(QFileInfo::exists(workspace() + "/tools/tool.txt"));
-        QCOMPARE(TestSupport::readFile(workspace() + "/.git/config"),
-                 TestSupport::readFile(workspace() + "/.git/config.origin") + "\n" +
-                     gitmodules.toUtf8());
-        auto after = snapshot(m_fixture->root(), {"workspace/tools", "workspace/.git/config"});
+        QCOMPARE(readFile(workspace() + "/.git/config"),
+                 readFile(workspace() + "/.git/config.origin") + "\n" + gitmodules.toUtf8());
+        auto after = snapshot(m_fixture->root(), cloned);
         QVERIFY(after.remove("workspace/.git/config.origin"));
         QCOMPARE(after, before);
         QCOMPARE(snapshot(TestSupport::homeDir(), {".config"}), home);
@@ -434,21 +440,20 @@ private slots:
     // that holds something is moved aside, not removed.
     void refusedEntriesArePassedOver()
     {
-        const QString first = QStringLiteral("x;touch${IFS}") + markerFolder() + "/first";
-        const QString empty = QStringLiteral("https://host/owner/.git");
+        const QString first = touching("first"), empty = QStringLiteral("https://host/owner/.git");
         resetWorkspace(gitmodulesEntry("a", first) + gitmodulesEntry("lang", m_fixture->langURL()) +
                        gitmodulesEntry("b", "https://h/owner/~.git") +
                        gitmodulesEntry("tools", "file://" + m_fixture->toolsURL()) +
                        gitmodulesEntry("c", empty));
         m_fixture->cloneModule(m_fixture->langURL(), "lang");
-        TestSupport::writeFile(workspace() + "/notes.txt", "mine\n");
-        TestSupport::writeFile(workspace() + "/tools/build/.mine", "mine\n");
+        writeFile(workspace() + "/notes.txt", "mine\n");
+        writeFile(workspace() + "/tools/build/.mine", "mine\n");
         Harness h;
         h.perform(AppController::TagModules);
         AlertSheet *sheet = Harness::waitForSheet();
         QVERIFY(sheet);
         QCOMPARE(h.console(), ModuleChecks + refusal(first, false));
-        sheet->buttonFor(AlertSheet::SecondButtonReturn)->click(); // Replace
+        sheet->buttonFor(Replace)->click();
         QCOMPARE(h.console(), moduleTranscript(workspace(), "lang"));
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith("\nDone.\n"), Patience);
         QCOMPARE(h.console(),
@@ -467,8 +472,8 @@ private slots:
     void lateAnswerForAnEmptyModuleNameTouchesNothing_data()
     {
         QTest::addColumn<int>("answer");
-        QTest::newRow("Keep") << AlertSheet::FirstButtonReturn;
-        QTest::newRow("Replace") << AlertSheet::SecondButtonReturn;
+        QTest::newRow("Keep") << Keep;
+        QTest::newRow("Replace") << Replace;
     }
     void lateAnswerForAnEmptyModuleNameTouchesNothing()
     {
@@ -481,7 +486,7 @@ private slots:
         AlertSheet *question = Harness::waitForSheet();
         QVERIFY(question);
         h.controller.perform(); // Stop
-        TestSupport::writeFile(workspace() + "/.gitmodules", gitmodulesEntry("c", empty).toUtf8());
+        writeFile(workspace() + "/.gitmodules", gitmodulesEntry("c", empty).toUtf8());
         h.perform(AppController::TagUpdate);
         QCOMPARE(h.console(), "\nChecking files...\n" + refusal(empty, true));
         const auto before = snapshot(workspace());
@@ -490,11 +495,10 @@ private slots:
     }
 
     // Settings other than submodule entries are never registered, so the
-    // update's git commands cannot obey them; the modules are still fetched.
+    // update's git commands cannot obey them (git pull would run this
+    // fsmonitor hook); blank-free, so the stride still finds the one URL.
     QString foreignSettingsGitmodules() const
     {
-        // git pull runs the fsmonitor hook; blank-free, so the stride still
-        // finds the one URL and the update goes ahead.
         return gitmodulesEntry("lang", m_fixture->langURL()) + "[core]\n\tfsmonitor = touch${IFS}"
                + markerFolder() + "/config;:\n";
     }
@@ -502,17 +506,16 @@ private slots:
     {
         resetWorkspace(foreignSettingsGitmodules());
         m_fixture->cloneModule(m_fixture->langURL(), "lang"); // its question halts the transcript
-        const QByteArray config = TestSupport::readFile(workspace() + "/.git/config");
+        const QByteArray config = readFile(workspace() + "/.git/config");
         Harness h;
         h.perform(AppController::TagModules);
         QVERIFY(Harness::waitForSheet());
-        // The refusal names the file, in the console's failure format.
         QCOMPARE(h.console(),
                  "\nChecking files...\nDone.\n\nRegistering modules...\n\nFailure.\nError: "
                      + workspace()
                      + "/.gitmodules holds more than submodule entries! The modules are not "
                        "registered in .git/config.\nDone.\nChecking modules...\n");
-        QCOMPARE(TestSupport::readFile(workspace() + "/.git/config"), config);
+        QCOMPARE(readFile(workspace() + "/.git/config"), config);
         QVERIFY(!QFileInfo::exists(workspace() + "/.git/config.origin"));
     }
     void foreignSettingsAreNotObeyed()
@@ -526,33 +529,6 @@ private slots:
         QTRY_VERIFY2_WITH_TIMEOUT(h.console().endsWith("All done.\n"), qPrintable(h.console()),
                                   Patience);
         QVERIFY(QDir(markerFolder()).isEmpty());
-    }
-
-    // The update counts a refused entry as a module that is not there.
-    void updateCountsARefusedEntryAsMissing()
-    {
-        const QString url = QStringLiteral("x;touch${IFS}") + markerFolder() + "/update";
-        resetWorkspace(gitmodulesEntry("lang", m_fixture->langURL()) +
-                       gitmodulesEntry("evil", url));
-        m_fixture->cloneModule(m_fixture->langURL(), "lang");
-        Harness h;
-        h.perform(AppController::TagUpdate);
-        QCOMPARE(h.console(), "\nChecking files...\n" + refusal(url, false));
-        QVERIFY(h.isIdle() && !h.controller.unixTask);
-        QVERIFY(QDir(markerFolder()).isEmpty());
-    }
-
-    // With no modules listed, the module operation ends without asking.
-    void moduleOperationWithoutGitmodulesEndsAtOnce()
-    {
-        resetWorkspace();
-        QVERIFY(QFile::remove(workspace() + "/.gitmodules"));
-        Harness h;
-        h.perform(AppController::TagModules);
-        QCOMPARE(h.console(), ModuleChecks + "\nDone.\n");
-        QVERIFY(h.isIdle() && !h.controller.unixTask);
-        QCOMPARE(TestSupport::readFile(workspace() + "/.git/config"), // nothing to append
-                 TestSupport::readFile(workspace() + "/.git/config.origin") + "\n(null)");
     }
 };
 

@@ -28,9 +28,8 @@ bool groupGone(qint64 pgid)
 } // namespace
 
 // The runner of child processes under the controller: what it reads of them,
-// what it shows, and Stop, which ends everything the child started. The
-// children are the module operation's clone, the update's pull and the
-// compile's cmake, played by stand-ins that write what each test needs.
+// what it shows, and Stop, which ends everything the child started. Stand-ins
+// for git and cmake write what each test needs.
 class WorkflowRunnerTest : public QObject
 {
     Q_OBJECT
@@ -38,9 +37,8 @@ class WorkflowRunnerTest : public QObject
     QTemporaryDir m_dir;
     std::optional<FakeTools> m_tools;
 
-    // A checkout listing one module, "lang", that is not there yet.
+    // A checkout listing one module, "lang", that is not there yet; one without.
     QString modulesWorkspace() const { return m_dir.path() + "/ws"; }
-    // A checkout without modules; also a compile's workspace.
     QString plainWorkspace() const { return m_dir.path() + "/plain"; }
     // Files the stand-ins make and wait for, emptied before each test.
     QString flag(const char *name) const { return m_dir.path() + "/flags/" + name; }
@@ -54,22 +52,23 @@ class WorkflowRunnerTest : public QObject
         ControllerHarness::configure(workspace, workspace + "-out", 1);
     }
 
-    // The module operation, its clone played by git. The stand-in stays on
-    // PATH until the test ends: the shell looks git up after it has started.
-    void performModuleClone(ControllerHarness &h, const QByteArray &git)
+    // The module operation (or an update of the plain checkout), its child
+    // played by git. The stand-in stays on PATH until the test ends: the
+    // shell looks git up after it has started.
+    void performWithGit(ControllerHarness &h, const QByteArray &git,
+                        int tag = AppController::TagModules)
     {
         if (!m_tools)
             m_tools.emplace();
         m_tools->add("git", git);
-        useWorkspace(modulesWorkspace());
-        h.perform(AppController::TagModules);
+        useWorkspace(tag == AppController::TagModules ? modulesWorkspace() : plainWorkspace());
+        h.perform(tag);
     }
 
     // Starts a clone that ignores SIGTERM and stops it; returns its child.
     QPointer<QProcess> stopStubbornChild(ControllerHarness &h)
     {
-        performModuleClone(h,
-                           "trap '' TERM; touch '" + flag("started").toUtf8() + "'; sleep 100\n");
+        performWithGit(h, "trap '' TERM; touch '" + flag("started").toUtf8() + "'; sleep 100\n");
         if (!QTest::qWaitFor([&] { return QFileInfo::exists(flag("started")); }, Patience))
             return nullptr;
         m_tools.reset(); // git has started: later ones are real
@@ -82,17 +81,13 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_dir.isValid());
-        QVERIFY(QDir().mkpath(modulesWorkspace() + "/.git"));
-        QVERIFY(QDir().mkpath(plainWorkspace() + "/.git"));
-        QVERIFY(QDir().mkpath(plainWorkspace() + "/android/assets"));
+        for (const QString &folder : {modulesWorkspace() + "/.git", plainWorkspace() + "/.git",
+                                      plainWorkspace() + "/android/assets"})
+            QVERIFY(QDir().mkpath(folder));
         TestSupport::writeFile(modulesWorkspace() + "/.gitmodules",
                                gitmodulesEntry("lang", "https://host/owner/emu-lang.git").toUtf8());
     }
-    void init()
-    {
-        QDir(m_dir.path() + "/flags").removeRecursively();
-        QVERIFY(QDir().mkpath(m_dir.path() + "/flags"));
-    }
+    void init() { QVERIFY(QDir(flag("")).removeRecursively() && QDir().mkpath(flag(""))); }
     void cleanup()
     {
         m_tools.reset();
@@ -116,10 +111,10 @@ private slots:
     {
         QFETCH(QString, firstChunk);
         ControllerHarness h;
-        performModuleClone(h, "printf '%s\\n' \"" + firstChunk.toUtf8() + "\" >&2\n" + waitFor("go")
-                                  + "head -c 4000000 /dev/zero | tr '\\0' z >&2\n"
-                                    "printf 'out \\303'\n"
-                                    "read -t 1 line; [ $? -gt 128 ] && printf '\\251\\n'\n");
+        performWithGit(h, "printf '%s\\n' \"" + firstChunk.toUtf8() + "\" >&2\n" + waitFor("go")
+                              + "head -c 4000000 /dev/zero | tr '\\0' z >&2\n"
+                                "printf 'out \\303'\n"
+                                "read -t 1 line; [ $? -gt 128 ] && printf '\\251\\n'\n");
         QTRY_VERIFY2_WITH_TIMEOUT(h.console().contains(firstChunk), qPrintable(h.console()),
                                   Patience);
         QTEST(!h.controller.progressbar->isIndeterminate(), "barMadeDeterminate");
@@ -129,13 +124,20 @@ private slots:
                                   + "\nout \xc3\xa9\n\nDone.\n");
     }
 
-    // git's figures on standard error move the bar and the speed label; what
-    // a clone writes on standard output moves nothing.
-    void cloneProgressDrivesTheBar()
+    // The bar follows the tool of the operation selected: while the module
+    // is cloned git's figures on standard error move it and the speed label,
+    // and what git writes on standard output nothing; switched to compile
+    // while the child runs, make's percentages on standard output drive it and
+    // git's no longer do. Stop puts the idle speed label back.
+    void barFollowsTheToolOfTheSelectedOperation()
     {
         ControllerHarness h;
         QSignalSpy progress(&h.controller, &AppController::progressChanged);
-        performModuleClone(h, Receiving + "printf '[ 50%%] Building\\n'\nsleep 100\n");
+        performWithGit(h,
+                       Receiving + "printf '[ 50%%] Building\\n'\n" + waitFor("compile")
+                           + "printf 'Receiving objects: 99%% (1/7), 1 MiB | 9.00 KiB/s\\n' >&2\n"
+                           + waitFor("make") + "printf '[ 12%%] Building\\n'\n" + waitFor("scan")
+                           + "printf 'Scanning\\n'\nsleep 100\n");
         ProgressBar *bar = h.controller.progressbar;
         QTRY_VERIFY_WITH_TIMEOUT(h.console().contains("[ 50%] Building"), Patience);
         QTRY_COMPARE_WITH_TIMEOUT(bar->maxValue(), 2742.0, Patience);
@@ -143,23 +145,6 @@ private slots:
         QVERIFY(!bar->isIndeterminate() && progress.count() > 0);
         QCOMPARE(h.controller.showSpeed->text(), "456.00 KiB/s");
         QCOMPARE(h.controller.lastPercentage, 45);
-        h.controller.perform(); // Stop
-        QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith(Terminated), Patience);
-        QCOMPARE(h.controller.showSpeed->text(), "ZELMOR");
-    }
-
-    // Switched to compile while the child runs: make's percentages on
-    // standard output drive the bar, git's on standard error no longer do.
-    void compileSelectedMidRunReadsMakeNotGit()
-    {
-        ControllerHarness h;
-        performModuleClone(
-            h, Receiving + waitFor("compile")
-                   + "printf 'Receiving objects: 99%% (1/7), 1 MiB | 9.00 KiB/s\\n' >&2\n"
-                   + waitFor("make") + "printf '[ 12%%] Building\\n'\n" + waitFor("scan")
-                   + "printf 'Scanning\\n'\nsleep 100\n");
-        ProgressBar *bar = h.controller.progressbar;
-        QTRY_COMPARE_WITH_TIMEOUT(bar->maxValue(), 2742.0, Patience);
         h.controller.selectItemWithTag(AppController::TagCompile);
         TestSupport::writeFile(flag("compile"), "");
         QTRY_VERIFY_WITH_TIMEOUT(h.console().contains("99%"), Patience);
@@ -172,17 +157,15 @@ private slots:
         QCOMPARE(bar->doubleValue(), 12.0); // no figure: the value stays
         h.controller.perform();             // Stop
         QTRY_VERIFY_WITH_TIMEOUT(h.console().endsWith(Terminated), Patience);
+        QCOMPARE(h.controller.showSpeed->text(), "ZELMOR");
     }
 
     // Stop in the pause between an update's two pulls, where no child is left
     // to end: the second pull never starts.
     void stopDuringTheUpdatePauseEndsTheUpdate()
     {
-        const FakeTools tools;
-        tools.add("git", "exit 0\n");
-        useWorkspace(plainWorkspace());
         ControllerHarness h;
-        h.perform(AppController::TagUpdate);
+        performWithGit(h, "exit 0\n", AppController::TagUpdate);
         const QString firstPull =
             "\nUpdating source codes...\n\nChecking for update of ZELMOR master...\nDone.\n";
         QTRY_COMPARE_WITH_TIMEOUT(h.console(), firstPull, Patience);
@@ -240,7 +223,7 @@ private slots:
     {
         QFETCH(QByteArray, git);
         ControllerHarness h;
-        performModuleClone(h, "cd '" + flag("").toUtf8() + "'\n" + git);
+        performWithGit(h, "cd '" + flag("").toUtf8() + "'\n" + git);
         QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(flag("started")), Patience);
         const qint64 pgid = h.controller.unixTask->processId();
         QVERIFY(pgid > 0 && !groupGone(pgid));
@@ -257,7 +240,7 @@ private slots:
         std::optional<ControllerHarness> h(std::in_place);
         const QPointer<QProcess> old = stopStubbornChild(*h);
         QVERIFY(old);
-        performModuleClone(*h, "sleep 100 & touch '" + flag("second").toUtf8() + "'; wait\n");
+        performWithGit(*h, "sleep 100 & touch '" + flag("second").toUtf8() + "'; wait\n");
         QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(flag("second")), Patience);
         const qint64 stopped = old->processId(), running = h->controller.unixTask->processId();
         QVERIFY(!groupGone(stopped) && !groupGone(running));
