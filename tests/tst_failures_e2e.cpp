@@ -1,7 +1,6 @@
 #include "ControllerHarness.h"
 #include "WorkspaceFixture.h"
 
-#include "BuildConfig.h"
 #include "app/ApplicationShell.h"
 #include "companions/statusbar/StatusbarCompanion.h"
 #include "platform/CompanionChannel.h"
@@ -41,21 +40,6 @@ const QString UpdateTranscript =
     QStringLiteral("\nUpdating source codes...\n\nChecking for update of ZELMOR master...\nDone.\n"
                    "\nChecking for update of submodules...\nDone.\n \nAll done.\n");
 
-QString cloneTranscript(const QString &workspace)
-{
-    return "\nDownloading source codes...\n\nLocation: " + workspace + "\n\n\nDone.\n";
-}
-
-// The emulator's address served by url, through the test user's git
-// configuration, as a user could set it.
-void serveSourcesFrom(const QString &url)
-{
-    TestSupport::writeFile(TestSupport::homeDir() + "/.gitconfig",
-                           QStringLiteral("[url \"%1\"]\n\tinsteadOf = %2\n")
-                               .arg(url, QStringLiteral(ZELMOR_SOURCE_REPOSITORY_URL))
-                               .toUtf8());
-}
-
 // A port on this machine where nothing listens: connections are refused.
 quint16 closedPort()
 {
@@ -80,17 +64,10 @@ class FailuresEndToEndTest : public QObject
                + "\n\nMoving files to output folder...\nDone.\n\nAll done.\n";
     }
 
-    void clearWorkspaces()
-    {
-        const QDir root(m_fixture->root());
-        for (const QString &old : root.entryList({"workspace*"}, QDir::Dirs))
-            QDir(root.filePath(old)).removeRecursively();
-    }
-
     // The workspace as the main download and the module operation leave it.
     void completeWorkspace()
     {
-        clearWorkspaces();
+        m_fixture->clearWorkspaces();
         m_fixture->checkoutMain();
         m_fixture->cloneModule(m_fixture->langURL(), "lang");
         m_fixture->cloneModule(m_fixture->toolsURL(), "tools");
@@ -149,7 +126,7 @@ private slots:
     void init()
     {
         Harness::endSheets();
-        serveSourcesFrom(m_fixture->root() + "/zelmor.git");
+        m_fixture->serveSources();
         Harness::configure(ws(), m_fixture->output(), QStringLiteral("0"));
     }
 
@@ -166,7 +143,7 @@ private slots:
         CompanionStatusPublisher publisher(id);
 
         QDir(ws()).removeRecursively();
-        serveSourcesFrom(QStringLiteral("http://127.0.0.1:%1/zelmor.git").arg(closedPort()));
+        m_fixture->serveSources(QStringLiteral("http://127.0.0.1:%1/zelmor.git").arg(closedPort()));
         Harness h;
         QObject::connect(&h.controller, &AppController::progressChanged, &publisher,
                          [&] { publisher.publish(companionStatusLine(h.controller)); });
@@ -327,7 +304,7 @@ private slots:
     // folder and nothing else, where git will not download into.
     void downloadAfterACompileThatFoundNoDownload()
     {
-        clearWorkspaces();
+        m_fixture->clearWorkspaces();
         Harness h;
         h.perform(AppController::TagCompile);
         QVERIFY(h.isIdle() && QFileInfo(ws() + "/build").isDir());

@@ -1,6 +1,5 @@
 #include "ControllerHarness.h"
 
-#include "BuildConfig.h"
 #include "WorkspaceFixture.h"
 #include "workflow/AppController.h"
 
@@ -21,11 +20,6 @@ using TestSupport::writeFile;
 // The answers to an existing folder's question; the third (Cancel, Skip) leaves it alone.
 constexpr int Keep = AlertSheet::FirstButtonReturn, Replace = AlertSheet::SecondButtonReturn,
               Leave = AlertSheet::ThirdButtonReturn;
-
-QString cloneTranscript(const QString &workspace)
-{
-    return "\nDownloading source codes...\n\nLocation: " + workspace + "\n\n\nDone.\n";
-}
 
 const QString ModuleChecks = QStringLiteral(
     "\nChecking files...\nDone.\n\nRegistering modules...\nDone.\nChecking modules...\n");
@@ -99,15 +93,12 @@ class WorkflowEndToEndTest : public QObject
     // seconds before it sends anything.
     void prepareClone(bool slowServer)
     {
-        const QDir root(m_fixture->root());
-        for (const QString &old : root.entryList({"workspace*"}, QDir::Dirs))
-            QDir(root.filePath(old)).removeRecursively();
-        QString config = QStringLiteral("[url \"%1%2/zelmor.git\"]\n\tinsteadOf = %3\n")
-                             .arg(slowServer ? "file://" : "", root.path(),
-                                  QStringLiteral(ZELMOR_SOURCE_REPOSITORY_URL));
+        m_fixture->clearWorkspaces();
         if (slowServer)
-            config += "[uploadpack]\n\tpackObjectsHook = \"sleep 20;\"\n";
-        writeFile(TestSupport::homeDir() + "/.gitconfig", config.toUtf8());
+            m_fixture->serveSources("file://" + m_fixture->root() + "/zelmor.git",
+                                    "[uploadpack]\n\tpackObjectsHook = \"sleep 20;\"\n");
+        else
+            m_fixture->serveSources();
     }
 
     // The download as the user starts it, up to its prompt; "Done." and the

@@ -18,6 +18,12 @@ constexpr int Patience = 60000;
 
 using TestSupport::gitmodulesEntry;
 
+// What the console shows of a download that went well.
+inline QString cloneTranscript(const QString &workspace)
+{
+    return "\nDownloading source codes...\n\nLocation: " + workspace + "\n\n\nDone.\n";
+}
+
 // What the console shows while a module is being fetched.
 inline QString moduleTranscript(const QString &workspace, const QString &name)
 {

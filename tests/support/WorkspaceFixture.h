@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BuildConfig.h"
 #include "TestSupport.h"
 
 #include <QDir>
@@ -49,6 +50,27 @@ public:
     QString output() const { return root() + QStringLiteral("/output"); }
     QString langURL() const { return m_langBare; }
     QString toolsURL() const { return m_toolsBare; }
+
+    // Removes the workspace and every copy of it kept under a date suffix.
+    void clearWorkspaces() const
+    {
+        const QDir folder(root());
+        for (const QString &old : folder.entryList({QStringLiteral("workspace*")}, QDir::Dirs))
+            QDir(folder.filePath(old)).removeRecursively();
+    }
+
+    // The emulator's address served by url (the main repository's unless
+    // told), through the test user's git configuration, as a user could set
+    // it; more is added to that configuration.
+    void serveSources(const QString &url = QString(), const QByteArray &more = QByteArray()) const
+    {
+        TestSupport::writeFile(TestSupport::homeDir() + QStringLiteral("/.gitconfig"),
+                               QStringLiteral("[url \"%1\"]\n\tinsteadOf = %2\n")
+                                       .arg(url.isEmpty() ? m_mainBare : url,
+                                            QStringLiteral(ZELMOR_SOURCE_REPOSITORY_URL))
+                                       .toUtf8()
+                                   + more);
+    }
 
     // Clones the main repository into the workspace, leaving the empty module
     // placeholders that git creates.
