@@ -6,8 +6,6 @@
 #include <QWidget>
 #include <QWindow>
 
-#include <memory>
-
 namespace {
 
 // Long enough for any start to show its window, short enough that the work
