@@ -2,6 +2,7 @@
 
 #include "widgets/Contrast.h"
 
+#include <QElapsedTimer>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QScrollBar>
@@ -70,11 +71,11 @@ QString ConsoleView::normalizedLineEnds(const QString &text)
     // A "\r\n" cut between two chunks is still one line break.
     const bool continuesPair = m_endsWithCarriageReturn && text.startsWith(u'\n');
     m_endsWithCarriageReturn = text.endsWith(u'\r');
-    if (!text.contains(u'\r'))
-        return continuesPair ? text.mid(1) : text;
     QString result = continuesPair ? text.mid(1) : text;
-    result.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    result.replace(u'\r', u'\n');
+    if (result.contains(u'\r')) {
+        result.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+        result.replace(u'\r', u'\n');
+    }
     return result;
 }
 
@@ -206,14 +207,14 @@ void ConsoleView::scheduleFlush(int delayMs)
         m_flushTimer.start(delayMs);
 }
 
-bool ConsoleView::dropOldestLines(qsizetype incomingLines, qsizetype incomingCharacters)
+void ConsoleView::dropOldestLines(qsizetype incomingLines, qsizetype incomingCharacters)
 {
     QTextDocument *doc = document();
     const qsizetype excess = doc->blockCount() + incomingLines - ScrollbackLines;
     const qsizetype excessCharacters =
         doc->characterCount() + incomingCharacters - ScrollbackCharacters;
     if (excess <= 0 && excessCharacters <= 0)
-        return false;
+        return;
     // Positions only: no cursor movement, so nothing is laid out. The last
     // line stays whatever comes: it is where text goes on.
     const QTextBlock last = doc->lastBlock();
@@ -228,7 +229,7 @@ bool ConsoleView::dropOldestLines(qsizetype incomingLines, qsizetype incomingCha
         cut = std::max(cut, next.isValid() && block != last ? next.position() : block.position());
     }
     if (cut <= 0)
-        return false;
+        return;
     const bool caretDropped = textCursor().position() < cut;
     // Inside an edit, a cursor does not lay out the line it lands on to
     // learn its column; a line of thousands of characters costs
@@ -242,7 +243,36 @@ bool ConsoleView::dropOldestLines(qsizetype incomingLines, qsizetype incomingCha
     // goes back to the end.
     if (caretDropped)
         moveCursor(QTextCursor::End);
-    return caretDropped;
+}
+
+qsizetype ConsoleView::takeBackLiveLine(QTextCursor &cursor)
+{
+    if (!m_liveShown)
+        return 0;
+    m_liveShown = false;
+    // Should the user have moved the insertion point away from it, it stays
+    // as it was.
+    if (cursor.position() != m_live.selectionEnd() || !m_live.hasSelection())
+        return 0;
+    // How much of what the last slice drew of the tool's current line is
+    // still right: that much stays, the rest is drawn anew. Keeping it spares
+    // the document text it would have to collect as garbage, which it does
+    // by copying all its text.
+    qsizetype kept = 0;
+    qsizetype keptInLine = 0;
+    if (!m_liveStyled && !m_queue.isEmpty()) {
+        if (!m_queue.isStyled() && m_queue.text().startsWith(m_liveText)) {
+            m_queue.skip(m_liveText.size());
+            kept = m_liveText.size();
+        }
+    } else if (!m_liveStyled && m_queue.isEmpty() && m_terminal.currentLine().startsWith(m_liveText)
+               && m_terminal.currentRuns().isEmpty()) {
+        kept = m_liveText.size();
+        keptInLine = kept;
+    }
+    cursor.setPosition(m_live.selectionStart() + int(kept), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    return keptInLine;
 }
 
 void ConsoleView::flushSlice()
@@ -289,31 +319,7 @@ void ConsoleView::flushSlice()
     cursor.beginEditBlock();
     // The insertion point is the caret; a selection the user made stays.
     cursor.setPosition(cursor.position());
-    // How much of what the last slice drew of the tool's current line is
-    // still right: that much stays, the rest is drawn anew. Keeping it spares
-    // the document text it would have to collect as garbage, which it does
-    // by copying all its text.
-    qsizetype liveKept = 0;
-    qsizetype keptInLine = 0;
-    if (m_liveShown) {
-        // Should the user have moved the insertion point away from it, it
-        // stays as it was.
-        if (cursor.position() == m_live.selectionEnd() && m_live.hasSelection()) {
-            if (!m_liveStyled && !m_queue.isEmpty()) {
-                if (!m_queue.isStyled() && m_queue.text().startsWith(m_liveText)) {
-                    m_queue.skip(m_liveText.size());
-                    liveKept = m_liveText.size();
-                }
-            } else if (!m_liveStyled && m_queue.isEmpty() && m_terminal.currentLine().startsWith(m_liveText)
-                       && m_terminal.currentRuns().isEmpty()) {
-                liveKept = m_liveText.size();
-                keptInLine = liveKept;
-            }
-            cursor.setPosition(m_live.selectionStart() + int(liveKept), QTextCursor::KeepAnchor);
-            cursor.removeSelectedText();
-        }
-        m_liveShown = false;
-    }
+    const qsizetype keptInLine = takeBackLiveLine(cursor);
     for (qsizetype sliced = 0; !m_queue.isEmpty() && sliced < allowance;) {
         const qint64 pieceStart = cpuElapsed();
         const PendingText::Slice piece = m_queue.take(std::min(PieceChars, allowance - sliced));

@@ -4,7 +4,6 @@
 #include "widgets/SliceBudget.h"
 #include "widgets/TerminalText.h"
 
-#include <QElapsedTimer>
 #include <QHash>
 #include <QPlainTextEdit>
 #include <QTextCharFormat>
@@ -73,10 +72,14 @@ private:
     const QTextCharFormat &format(TerminalText::Style style);
     void scheduleFlush(int delayMs);
     void flushSlice();
+    // Takes out what the last slice drew of the tool's current line, but for
+    // the part that is still right; returns how much of the current line
+    // stays in the document.
+    qsizetype takeBackLiveLine(QTextCursor &cursor);
     // Drops the oldest whole lines until the scrollback has room for so many
-    // more lines and characters; true when the insertion point was in them
-    // (it is then at the end).
-    bool dropOldestLines(qsizetype incomingLines = 0, qsizetype incomingCharacters = 0);
+    // more lines and characters; an insertion point that was in them goes to
+    // the end.
+    void dropOldestLines(qsizetype incomingLines = 0, qsizetype incomingCharacters = 0);
     QString normalizedLineEnds(const QString &text);
 
     PendingText m_queue{ScrollbackLines, ScrollbackCharacters};
