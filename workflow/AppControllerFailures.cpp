@@ -4,7 +4,6 @@
 #include "settings/SettingsStore.h"
 #include "widgets/MessageBar.h"
 #include "workflow/ModuleRules.h"
-#include "workflow/TextFormat.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -187,8 +186,7 @@ void AppController::performFailureAction()
         // As the download's Keep answer does: the folder stays, under the
         // date suffix, and the download starts into a free place.
         const QString workspace = SettingsStore::standard().stringValue(SettingsKeys::Workspace);
-        moveItem(workspace, formatText(QStringLiteral("%@.%@"),
-                                       {workspace, dateSuffix(QDateTime::currentDateTime())}));
+        moveItem(workspace, keptPath(workspace, QDateTime::currentDateTime()));
         selectItemWithTag(TagClone);
         perform();
         return;

@@ -39,8 +39,7 @@ void AppController::InstallCheck()
 
 void AppController::alertDidEndforInstall(int returnCode)
 {
-    const QString kept = formatText(QStringLiteral("%@.%@"),
-                                    {rootDirectory, dateSuffix(QDateTime::currentDateTime())});
+    const QString kept = keptPath(rootDirectory, QDateTime::currentDateTime());
     switch (returnCode) {
     case AlertSheet::ThirdButtonReturn: // Cancel
         terminatedByUser = 0;

@@ -34,8 +34,8 @@ void writeTextAtomically(const QString &path, const QString &text)
 // Where a module folder goes when it is kept beside a fresh clone.
 QString keptModulePath(const QString &root, const QString &name)
 {
-    return formatText(QStringLiteral("%@/%@.%@"),
-                      {root, name, dateSuffix(QDateTime::currentDateTime())});
+    return keptPath(formatText(QStringLiteral("%@/%@"), {root, name}),
+                    QDateTime::currentDateTime());
 }
 
 } // namespace

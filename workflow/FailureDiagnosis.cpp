@@ -1,5 +1,7 @@
 #include "workflow/FailureDiagnosis.h"
 
+#include "workflow/AppController.h"
+
 #include <QCoreApplication>
 #include <QLocale>
 #include <QRegularExpression>
@@ -127,9 +129,19 @@ Diagnosis make(FailureKind kind, QString sentence, QString evidence, FailureActi
     return Diagnosis{kind, std::move(sentence), std::move(evidence), action, std::move(subject)};
 }
 
+// The compile's third child, after cmake and make: cp into the output folder.
+constexpr int CompileCopyStage = 2;
+
 bool isCopyStage(const StageResult &stage)
 {
-    return stage.tag == 3 && stage.stage == 2;
+    return stage.tag == AppController::TagCompile && stage.stage == CompileCopyStage;
+}
+
+Diagnosis toolMissing(const QString &tool, const QString &evidence)
+{
+    return make(FailureKind::ToolMissing,
+                FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.").arg(tool),
+                evidence, FailureAction::InstallEssentials, tool);
 }
 
 Diagnosis permission(bool output, const Surroundings &s, const QString &evidence)
@@ -213,10 +225,7 @@ Diagnosis diagnoseFailure(const StageResult &stage, const Surroundings &s)
         if (!s.workspaceWritable)
             return permission(false, s, QString());
         if (!s.programFound)
-            return make(FailureKind::ToolMissing,
-                        FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.")
-                            .arg(stage.tool),
-                        QString(), FailureAction::InstallEssentials, stage.tool);
+            return toolMissing(stage.tool, QString());
         return make(FailureKind::Other,
                     FailureDiagnosis::tr("%1 could not be started.").arg(stage.tool), QString(),
                     FailureAction::None, stage.tool);
@@ -229,7 +238,7 @@ Diagnosis diagnoseFailure(const StageResult &stage, const Surroundings &s)
             // Only the download can move the folder aside; elsewhere the
             // folder is one of the modules, which the module operation
             // replaces itself.
-            const bool download = stage.tag == 1;
+            const bool download = stage.tag == AppController::TagClone;
             return make(
                 FailureKind::WorkspaceNotEmpty,
                 download
@@ -275,18 +284,11 @@ Diagnosis diagnoseFailure(const StageResult &stage, const Surroundings &s)
                         "or it is private."),
                     found->line, FailureAction::None, QString());
 
-    if (auto found = findLine(stage, CommandNotFound)) {
-        const QString tool = found->match.captured(1);
-        return make(
-            FailureKind::ToolMissing,
-            FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.").arg(tool),
-            found->line, FailureAction::InstallEssentials, tool);
-    }
+    if (auto found = findLine(stage, CommandNotFound))
+        return toolMissing(found->match.captured(1), found->line);
+    // The shell's status for a command it could not find.
     if (stage.status == 127 && !stage.signalled)
-        return make(FailureKind::ToolMissing,
-                    FailureDiagnosis::tr("%1 is not installed. Install Essentials installs it.")
-                        .arg(stage.tool),
-                    lastLine(stage), FailureAction::InstallEssentials, stage.tool);
+        return toolMissing(stage.tool, lastLine(stage));
 
     for (const QRegularExpression &re : Packages) {
         if (auto found = findLine(stage, re)) {

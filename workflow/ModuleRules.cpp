@@ -86,6 +86,11 @@ QString dateSuffix(const QDateTime &when)
     return when.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
 }
 
+QString keptPath(const QString &folder, const QDateTime &when)
+{
+    return folder + QLatin1Char('.') + dateSuffix(when);
+}
+
 bool pathExists(const QString &path)
 {
     return !path.isEmpty() && QFileInfo::exists(path);

@@ -43,6 +43,9 @@ ModuleEntryVerdict checkModuleEntry(const QString &url, const QString &name);
 // "yyyy-MM-dd HH.mm.ss" in local time; appended with "." to a folder the
 // user keeps.
 QString dateSuffix(const QDateTime &when);
+// Where a folder the user keeps beside a fresh one goes: its path, ".", the
+// date suffix.
+QString keptPath(const QString &folder, const QDateTime &when);
 
 // Whether any file-system item (file, folder, or the target of a link) is
 // reachable at path. Errors count as "no".
