@@ -10,10 +10,11 @@ namespace PackageKitRules {
 
 namespace {
 
-QString text(const char *english)
+// The context of the texts in the string table.
+struct Texts
 {
-    return QCoreApplication::translate("PackageKitRules", english);
-}
+    Q_DECLARE_TR_FUNCTIONS(PackageKitRules)
+};
 
 InstallOutcome outcome(Kind kind, const QString &sentence, bool canRetry = true)
 {
@@ -37,17 +38,17 @@ QString statusText(uint status)
     switch (status) {
     case StatusWait:
     case StatusWaitingForLock:
-        return text(QT_TRANSLATE_NOOP("PackageKitRules", "Waiting for another installer…"));
+        return Texts::tr("Waiting for another installer…");
     case StatusWaitingForAuth:
-        return text(QT_TRANSLATE_NOOP("PackageKitRules", "Waiting for authentication"));
+        return Texts::tr("Waiting for authentication");
     case StatusSetup:
     case StatusRunning:
     case StatusInfo:
     case StatusLoadingCache:
-        return text(QT_TRANSLATE_NOOP("PackageKitRules", "Starting"));
+        return Texts::tr("Starting");
     case StatusQuery:
     case StatusDepResolve:
-        return text(QT_TRANSLATE_NOOP("PackageKitRules", "Looking up packages"));
+        return Texts::tr("Looking up packages");
     case StatusRefreshCache:
     case StatusDownloadRepository:
     case StatusDownloadPackagelist:
@@ -55,23 +56,23 @@ QString statusText(uint status)
     case StatusDownloadChangelog:
     case StatusDownloadGroup:
     case StatusDownloadUpdateinfo:
-        return text(QT_TRANSLATE_NOOP("PackageKitRules", "Refreshing package lists"));
+        return Texts::tr("Refreshing package lists");
     case StatusDownload:
-        return text(QT_TRANSLATE_NOOP("PackageKitRules", "Downloading"));
+        return Texts::tr("Downloading");
     case StatusInstall:
     case StatusTestCommit:
     case StatusCommit:
-        return text(QT_TRANSLATE_NOOP("PackageKitRules", "Installing"));
+        return Texts::tr("Installing");
     case StatusSigCheck:
-        return text(QT_TRANSLATE_NOOP("PackageKitRules", "Checking signatures"));
+        return Texts::tr("Checking signatures");
     case StatusCleanup:
-        return text(QT_TRANSLATE_NOOP("PackageKitRules", "Finishing"));
+        return Texts::tr("Finishing");
     case StatusCancel:
-        return text(QT_TRANSLATE_NOOP("PackageKitRules", "Cancelling"));
+        return Texts::tr("Cancelling");
     case StatusFinished:
-        return text(QT_TRANSLATE_NOOP("PackageKitRules", "Finished"));
+        return Texts::tr("Finished");
     default:
-        return text(QT_TRANSLATE_NOOP("PackageKitRules", "Working"));
+        return Texts::tr("Working");
     }
 }
 
@@ -87,7 +88,7 @@ QString statusLine(uint status, const QString &packageId)
     // package would be stale.
     if (name.isEmpty() || (status != StatusDownload && status != StatusInstall))
         return statusText(status);
-    return text(QT_TRANSLATE_NOOP("PackageKitRules", "%1: %2")).arg(statusText(status), name);
+    return Texts::tr("%1: %2").arg(statusText(status), name);
 }
 
 QStringList packagesToRequest(const QList<Component> &missing,
@@ -130,9 +131,8 @@ InstallOutcome outcomeOf(uint exit, std::optional<uint> error, const QString &de
         InstallOutcome done = PackageInstaller::installed();
         if (!unavailable.isEmpty())
             done.sentence += QLatin1Char(' ')
-                             + text(QT_TRANSLATE_NOOP("PackageKitRules",
-                                                      "Not available from this system's package "
-                                                      "sources: %1."))
+                             + Texts::tr("Not available from this system's package "
+                                         "sources: %1.")
                                    .arg(listed(unavailable));
         return done;
     }
@@ -142,101 +142,82 @@ InstallOutcome outcomeOf(uint exit, std::optional<uint> error, const QString &de
     if (exit == ExitKilled)
         return stoppedMidway();
     if (exit == ExitNeedUntrusted || error == ErrorCannotInstallRepoUnsigned)
-        return outcome(Kind::Failed,
-                       text(QT_TRANSLATE_NOOP(
-                           "PackageKitRules",
-                           "Nothing was installed: the packages are not signed by a source this "
-                           "system trusts. Check the package sources in the system's software "
-                           "settings, or run the command below in a terminal.")),
-                       false);
+        return outcome(
+            Kind::Failed,
+            Texts::tr("Nothing was installed: the packages are not signed by a source this "
+                      "system trusts. Check the package sources in the system's software "
+                      "settings, or run the command below in a terminal."),
+            false);
     switch (error.value_or(0)) {
     case ErrorNotAuthorized:
-        return outcome(Kind::Failed,
-                       text(QT_TRANSLATE_NOOP(
-                           "PackageKitRules",
-                           "Installing was not authorized: the password prompt was cancelled, "
-                           "the password was wrong, or no password prompt can be shown in this "
-                           "session. Click Install to try again, or run the command below in a "
-                           "terminal.")));
+        return outcome(
+            Kind::Failed,
+            Texts::tr("Installing was not authorized: the password prompt was cancelled, "
+                      "the password was wrong, or no password prompt can be shown in this "
+                      "session. Click Install to try again, or run the command below in a "
+                      "terminal."));
     case ErrorCannotGetLock:
-        return outcome(Kind::Failed,
-                       text(QT_TRANSLATE_NOOP("PackageKitRules",
-                                              "Another installer is using the package manager. "
-                                              "Wait until it has finished, then click Install "
-                                              "again.")));
+        return outcome(Kind::Failed, Texts::tr("Another installer is using the package manager. "
+                                               "Wait until it has finished, then click Install "
+                                               "again."));
     case ErrorNoNetwork:
     case ErrorPackageDownloadFailed:
     case ErrorRepoNotAvailable:
     case ErrorNoMoreMirrorsToTry:
-        return outcome(Kind::Failed,
-                       text(QT_TRANSLATE_NOOP("PackageKitRules",
-                                              "The packages could not be downloaded. Check the "
-                                              "internet connection, then click Install again.")));
+        return outcome(Kind::Failed, Texts::tr("The packages could not be downloaded. Check the "
+                                               "internet connection, then click Install again."));
     case ErrorNoSpaceOnDevice:
-        return outcome(Kind::Failed,
-                       text(QT_TRANSLATE_NOOP("PackageKitRules",
-                                              "There is not enough free disk space. Free some "
-                                              "space, then click Install again.")));
+        return outcome(Kind::Failed, Texts::tr("There is not enough free disk space. Free some "
+                                               "space, then click Install again."));
     default:
         break;
     }
     if (details.trimmed().isEmpty())
-        return outcome(Kind::Failed,
-                       text(QT_TRANSLATE_NOOP("PackageKitRules",
-                                              "The package manager could not install the "
-                                              "packages. Run the command below in a terminal to "
-                                              "see why.")));
-    return outcome(Kind::Failed,
-                   text(QT_TRANSLATE_NOOP("PackageKitRules",
-                                          "The package manager could not install the packages: "
-                                          "%1"))
-                       .arg(details.trimmed()));
+        return outcome(Kind::Failed, Texts::tr("The package manager could not install the "
+                                               "packages. Run the command below in a terminal to "
+                                               "see why."));
+    return outcome(Kind::Failed, Texts::tr("The package manager could not install the packages: "
+                                           "%1")
+                                     .arg(details.trimmed()));
 }
 
 InstallOutcome noPackageKit()
 {
     return outcome(Kind::Failed,
-                   text(QT_TRANSLATE_NOOP("PackageKitRules",
-                                          "PackageKit, which installs software on this system, is "
-                                          "not available. Run the command below in a terminal, "
-                                          "then click Check Again.")),
+                   Texts::tr("PackageKit, which installs software on this system, is "
+                             "not available. Run the command below in a terminal, "
+                             "then click Check Again."),
                    false);
 }
 
 InstallOutcome offline()
 {
-    return outcome(Kind::Failed,
-                   text(QT_TRANSLATE_NOOP("PackageKitRules",
-                                          "This computer is offline. Connect it to the internet, "
-                                          "then click Install again.")));
+    return outcome(Kind::Failed, Texts::tr("This computer is offline. Connect it to the internet, "
+                                           "then click Install again."));
 }
 
 InstallOutcome stoppedMidway()
 {
-    return outcome(Kind::Failed,
-                   text(QT_TRANSLATE_NOOP("PackageKitRules",
-                                          "The package manager stopped before it finished. The "
-                                          "list shows what is installed now; click Install to "
-                                          "try again.")));
+    return outcome(Kind::Failed, Texts::tr("The package manager stopped before it finished. The "
+                                           "list shows what is installed now; click Install to "
+                                           "try again."));
 }
 
 InstallOutcome offerRefresh(const QStringList &unavailable)
 {
     return outcome(Kind::NeedsRefresh,
-                   text(QT_TRANSLATE_NOOP("PackageKitRules",
-                                          "This system's package lists do not know %1. Refresh "
-                                          "the package lists and try again?"))
+                   Texts::tr("This system's package lists do not know %1. Refresh "
+                             "the package lists and try again?")
                        .arg(listed(unavailable)));
 }
 
 InstallOutcome nothingAvailable(const QStringList &unavailable)
 {
     return outcome(Kind::Failed,
-                   text(QT_TRANSLATE_NOOP("PackageKitRules",
-                                          "%1 cannot be found in this system's package sources, "
-                                          "even after refreshing the package lists. Check the "
-                                          "package sources in the system's software settings, "
-                                          "or run the command below in a terminal."))
+                   Texts::tr("%1 cannot be found in this system's package sources, "
+                             "even after refreshing the package lists. Check the "
+                             "package sources in the system's software settings, "
+                             "or run the command below in a terminal.")
                        .arg(listed(unavailable)),
                    false);
 }
