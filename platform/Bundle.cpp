@@ -10,7 +10,6 @@
 #include <QXmlStreamReader>
 
 #include <cstdio>
-#include <thread>
 
 namespace {
 
@@ -141,13 +140,10 @@ bool launchApplication(const QString &bundlePath, const QStringList &arguments)
     const QStringList args = arguments;
     const QString folder = QFileInfo(bundlePath).absolutePath();
 #endif
-    // Forking a large process and waiting for the new one to exec takes
-    // milliseconds the caller (a window about to show) need not wait for.
-    std::thread([program, args, folder, bundlePath] {
-        if (!QProcess::startDetached(program, args, folder))
-            std::fprintf(stderr, "ZELMOR Helper: cannot launch %s\n", qPrintable(bundlePath));
-    }).detach();
-    return true;
+    if (QProcess::startDetached(program, args, folder))
+        return true;
+    std::fprintf(stderr, "ZELMOR Helper: cannot launch %s\n", qPrintable(bundlePath));
+    return false;
 }
 
 void exposeHelpersOnPath()

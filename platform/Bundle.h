@@ -38,9 +38,8 @@ QString mainBundleIdentifier();
 QString statusbarAppPath(); // .../Contents/Library/LoginItems/ZELMORHelperStatusbarApp.app
 QString installerAppPath(); // .../Contents/Library/ZELMORInstallComponets.app
 
-// Starts the bundle's program detached, without waiting for it to start. A
-// bundle that cannot be read fails quietly: one line on standard error,
-// false returned; one whose program then fails to start, the line only.
+// Starts the bundle's program detached. A bundle that cannot be read or
+// started fails quietly: one line on standard error, false returned.
 bool launchApplication(const QString &bundlePath, const QStringList &arguments = {});
 
 // Puts "<main bundle>/Contents/Helpers" first on PATH, so children find the
